@@ -1,0 +1,36 @@
+# One command each: `make run` sets everything up and starts Tamrick,
+# `make test` sets everything up and runs every test.
+JOBS ?= $(shell nproc)
+CONFIGURE = cmake -S . -G Ninja -Wno-dev
+
+.PHONY: deps run test sanitize bench format clean
+
+deps:
+	@bash scripts/install-deps.sh
+
+run: deps
+	$(CONFIGURE) -B build/release -DCMAKE_BUILD_TYPE=Release
+	cmake --build build/release --target tamrick -j $(JOBS)
+	./build/release/src/tamrick
+
+test: deps
+	$(CONFIGURE) -B build/test -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTAMRICK_BUILD_BENCH=OFF
+	cmake --build build/test -j $(JOBS)
+	QT_QPA_PLATFORM=offscreen ctest --test-dir build/test --output-on-failure -j $(JOBS)
+
+# The core suite again under AddressSanitizer and UndefinedBehaviorSanitizer.
+sanitize: deps
+	$(CONFIGURE) -B build/asan -DCMAKE_BUILD_TYPE=Debug -DTAMRICK_SANITIZE=ON -DTAMRICK_BUILD_BENCH=OFF
+	cmake --build build/asan --target tamrick_core_tests tamrick-cli -j $(JOBS)
+	ctest --test-dir build/asan -L core --output-on-failure -j $(JOBS)
+
+bench: deps
+	$(CONFIGURE) -B build/release -DCMAKE_BUILD_TYPE=Release
+	cmake --build build/release --target bench -j $(JOBS)
+	./build/release/bench/bench
+
+format:
+	git ls-files '*.cpp' '*.h' | xargs clang-format -i
+
+clean:
+	rm -rf build

@@ -1,0 +1,43 @@
+#!/usr/bin/env bash
+# Installs every Debian package Tamrick needs to build, run, test and benchmark.
+# Idempotent: packages already present are skipped, and the package lists are
+# refreshed at most once per run. Works as root; uses sudo otherwise.
+set -euo pipefail
+
+PACKAGES=(
+  build-essential
+  cmake
+  ninja-build
+  pkg-config
+  clang-format
+  qt6-base-dev
+  qt6-base-dev-tools
+  qt6-qpa-plugins
+  libgl-dev
+  libjpeg62-turbo-dev
+  libgtest-dev
+  libgmock-dev
+  libbenchmark-dev
+  fonts-dejavu-core
+)
+
+missing=()
+for pkg in "${PACKAGES[@]}"; do
+  if ! dpkg-query -W -f='${Status}' "$pkg" 2>/dev/null | grep -q 'install ok installed'; then
+    missing+=("$pkg")
+  fi
+done
+
+if [ ${#missing[@]} -eq 0 ]; then
+  exit 0
+fi
+
+SUDO=""
+if [ "$(id -u)" -ne 0 ]; then
+  SUDO="sudo"
+fi
+
+echo "Installing: ${missing[*]}"
+export DEBIAN_FRONTEND=noninteractive
+$SUDO apt-get update -q
+$SUDO apt-get install -y -q --no-install-recommends "${missing[@]}"

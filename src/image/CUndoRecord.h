@@ -1,0 +1,70 @@
+#pragma once
+
+#include "image/CDibImage.h"
+
+#include <cstdint>
+#include <memory>
+
+class CBriselDoc;
+
+// The one-step undo record. `Record` saves what a kind of step needs before a
+// command changes anything; `RecordObjects` takes over images a command has
+// already replaced. Undo and Redo are the same `Swap`.
+//
+// Kinds: 0 none, 1 image, 2 resolution, 3 floating position, 4 Put Floating,
+// 5 and 7 selection state, 6 Discard Floating, 8 move-selection lift, 9 Crop,
+// 10 image and mask (rotate, flip of a selection, rescale).
+class CUndoRecord {
+public:
+    using ImagePtr = std::unique_ptr<CDibImage>;
+
+    enum State : std::int16_t { kNothing = 0, kCanUndo = 1, kCanRedo = 2 };
+
+    CUndoRecord() = default;
+    CUndoRecord(const CUndoRecord&) = delete;
+    CUndoRecord& operator=(const CUndoRecord&) = delete;
+
+    // Takes the snapshot of `kind`; 0 when a copy could not be made, and the
+    // record is then left empty. Kinds 6 and 9 take the document's own objects
+    // (its pointers become null); kind 8 saves the picture and position, and
+    // the floating image the command then replaces comes in through
+    // AdoptFloatImage.
+    int Record(CBriselDoc& doc, int kind);
+    void RecordObjects(CBriselDoc& doc, ImagePtr image, ImagePtr mask, int kind, std::uint16_t value);
+    void AdoptFloatImage(ImagePtr floatImage);
+    void SetPosition(int x, int y);
+    void Swap(CBriselDoc& doc);
+    // Forgets the step and destroys everything saved.
+    void Empty();
+
+    bool CanUndo(const CBriselDoc* activeDoc) const;
+    bool CanRedo(const CBriselDoc* activeDoc) const;
+
+    int Kind() const { return m_nKind; }
+    int State() const { return m_nState; }
+    std::uint16_t Value() const { return m_nValue; }
+    const CBriselDoc* Document() const { return m_pDoc; }
+    const CDibImage* SavedImage() const { return m_pImage.get(); }
+    const CDibImage* SavedMask() const { return m_pMask.get(); }
+    const CDibImage* SavedFloatImage() const { return m_pFloatImage.get(); }
+
+private:
+    int RecordSelectionState(CBriselDoc& doc);
+    void SwapSelectionState(CBriselDoc& doc);
+    void SwapPosition(CBriselDoc& doc);
+    void UndoPutFloating(CBriselDoc& doc);
+    void UndoCrop(CBriselDoc& doc);
+    void SwapImageAndMask(CBriselDoc& doc);
+    void DestroySaved();
+
+    CBriselDoc* m_pDoc = nullptr;
+    ImagePtr m_pImage;
+    ImagePtr m_pMask;
+    ImagePtr m_pFloatImage;
+    int m_xFloat = 0;
+    int m_yFloat = 0;
+    std::int16_t m_nKind = 0;
+    std::int16_t m_nState = kNothing;
+    std::uint16_t m_nValue = 0;
+    bool m_bWithPos = false;
+};

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "image/CDibImage.h"
+#include "image/DibHelpers.h"
+
+#include <memory>
+
+// Small pictures and masks for tests.
+inline std::unique_ptr<CDibImage> MakeImage(int width, int height, int bitsPerPixel = 24, int dpi = 72) {
+    BitmapInfoHeader header;
+    InitDibHeader(header, width, height, bitsPerPixel, dpi, dpi);
+    RgbQuad palette[2];
+    BuildPalette(palette, 0);
+    auto image = std::make_unique<CDibImage>();
+    return image->Create(&header, palette) ? std::move(image) : nullptr;
+}
+
+// A picture whose every pixel has a colour of its own, so that any misplaced
+// copy shows.
+inline std::unique_ptr<CDibImage> MakeGradientImage(int width, int height) {
+    auto image = MakeImage(width, height);
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            image->SetPixel(x, y, MakeColorWord(x * 7 + 1, y * 11 + 2, (x + y) * 3 + 3));
+        }
+    }
+    return image;
+}
+
+inline bool SamePixels(const CDibImage& a, const CDibImage& b) {
+    if (a.Width() != b.Width() || a.Height() != b.Height() || a.BitsPerPixel() != b.BitsPerPixel()) {
+        return false;
+    }
+    for (int y = 0; y < a.Height(); ++y) {
+        for (int x = 0; x < a.Width(); ++x) {
+            const bool same = a.BitsPerPixel() == 1 ? a.GetBit(x, y) == b.GetBit(x, y)
+                                                    : a.GetPixel(x, y) == b.GetPixel(x, y);
+            if (!same) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
