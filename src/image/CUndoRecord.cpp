@@ -135,6 +135,32 @@ void CUndoRecord::SetPosition(int x, int y) {
     m_bWithPos = true;
 }
 
+int CUndoRecord::RecordWithWarning(CBriselDoc& doc, int kind) {
+    if (Record(doc, kind)) {
+        return 1;
+    }
+    platform::ShowMessage(platform::IDS_UNDO_OUT_OF_MEMORY, platform::MB_ICONSTOP);
+    return 0;
+}
+
+bool CUndoRecord::Undo(CBriselDoc& doc) {
+    if (!CanUndo(&doc)) {
+        return false;
+    }
+    Swap(doc);
+    doc.UpdateAllViews(CBriselDoc::kHintImageSize);
+    return true;
+}
+
+bool CUndoRecord::Redo(CBriselDoc& doc) {
+    if (!CanRedo(&doc)) {
+        return false;
+    }
+    Swap(doc);
+    doc.UpdateAllViews(CBriselDoc::kHintImageSize);
+    return true;
+}
+
 bool CUndoRecord::CanUndo(const CBriselDoc* activeDoc) const {
     return activeDoc != nullptr && m_nKind != 0 && m_pDoc == activeDoc && m_nState == kCanUndo;
 }

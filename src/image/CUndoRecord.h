@@ -34,6 +34,12 @@ public:
     void AdoptFloatImage(ImagePtr floatImage);
     void SetPosition(int x, int y);
     void Swap(CBriselDoc& doc);
+    // Record, and on failure tell the user that this command cannot be
+    // undone (the command then goes on without undo).
+    int RecordWithWarning(CBriselDoc& doc, int kind);
+    // The Undo and Redo commands: swap when enabled, then refresh the views.
+    bool Undo(CBriselDoc& doc);
+    bool Redo(CBriselDoc& doc);
     // Forgets the step and destroys everything saved.
     void Empty();
 

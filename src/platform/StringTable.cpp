@@ -1,12 +1,11 @@
 #include "platform/StringTable.h"
 
-#include <array>
 #include <utility>
 
 namespace platform {
 
 namespace {
-constexpr std::array<std::pair<int, std::string_view>, 9> kStrings{{
+constexpr std::pair<int, std::string_view> kStrings[] = {
     {IDS_PRODUCT_NAME, "Tamrick"},
     {IDS_MEMORY_NOT_ENOUGH,
      "Memory is not enough !\nPlease close some pictures or applications to get  more memory space."},
@@ -18,7 +17,7 @@ constexpr std::array<std::pair<int, std::string_view>, 9> kStrings{{
     {IDS_SAVE_CHANGES_TO, "Save changes to "},
     {IDS_QUALITY_OUT_OF_RANGE, "The quality value is out of range (1..100)."},
     {IDS_IMAGE_TOO_LARGE, "This image file is too large, Tamrick have to load it in a smaller size."},
-}};
+};
 } // namespace
 
 std::string_view LoadString(int id) {

@@ -29,6 +29,12 @@ TEST_F(UndoTest, PaintingStepSwapsTheEditingTarget) {
     auto painted = DuplicateImage(doc.GetPicture());
     ExpectUndoRedoUndo(*original, *painted);
     EXPECT_FALSE(undo.CanUndo(nullptr));
+    int updates = 0;
+    doc.AddViewObserver([&](int hint) { updates += hint == CBriselDoc::kHintImageSize; });
+    EXPECT_FALSE(undo.Undo(doc)); // after undo, redo, undo only Redo is offered
+    EXPECT_TRUE(undo.Redo(doc));
+    EXPECT_TRUE(SamePixels(*doc.GetPicture(), *painted));
+    EXPECT_EQ(updates, 1);
     CBriselDoc other;
     EXPECT_FALSE(undo.CanRedo(&other));
 }
@@ -40,6 +46,10 @@ TEST_F(UndoTest, FailedSnapshotEmptiesTheRecord) {
     EXPECT_EQ(undo.Kind(), 0);
     EXPECT_FALSE(undo.CanUndo(&doc));
     EXPECT_EQ(undo.SavedImage(), nullptr);
+    platform::HeapBlock::FailNextAllocations(1);
+    EXPECT_EQ(undo.RecordWithWarning(doc, 1), 0);
+    EXPECT_EQ(presenter.ShownIds(), std::vector<int>{32});
+    EXPECT_FALSE(undo.Undo(doc));
 
     // A selection step whose floating copy fails keeps nothing at all: the
     // picture copy (header and pixels) goes through, the floating copy does not.
