@@ -1,0 +1,133 @@
+#include "ops/CImageTransform.h"
+
+#include "image/CDibImage.h"
+#include "ops/RowPasses.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+constexpr int kTile = 64;
+
+void ReversePixels(const std::uint8_t* in, std::uint8_t* out, int width) {
+    const std::uint8_t* from = in + 3 * (width - 1);
+    for (int x = 0; x < width; ++x, from -= 3, out += 3) {
+        out[0] = from[0];
+        out[1] = from[1];
+        out[2] = from[2];
+    }
+}
+
+void ReverseBits(const std::uint8_t* in, std::uint8_t* out, int width) {
+    std::memset(out, 0, static_cast<std::size_t>((width + 7) / 8));
+    for (int x = 0; x < width; ++x) {
+        const int from = width - 1 - x;
+        if ((in[from >> 3] >> (7 - (from & 7))) & 1) {
+            out[x >> 3] = static_cast<std::uint8_t>(out[x >> 3] | (0x80 >> (x & 7)));
+        }
+    }
+}
+
+} // namespace
+
+void CImageTransform::SetTarget(CDibImage* target) {
+    m_target = target;
+    m_width = target != nullptr ? target->Width() : 0;
+    m_height = target != nullptr ? target->Height() : 0;
+    m_rowBytes = target != nullptr ? target->RowBytes() : 0;
+}
+
+bool CImageTransform::Ready() const {
+    return m_target != nullptr && m_source != nullptr && m_target->IsValid() && m_source->IsValid() &&
+           m_target->BitsPerPixel() == m_source->BitsPerPixel();
+}
+
+int CImageTransform::FlipHorizontal() {
+    if (!Ready() || m_source->Width() != m_width || m_source->Height() != m_height) {
+        return 0;
+    }
+    const std::uint8_t* src = m_source->Bits();
+    std::uint8_t* dst = m_target->MutableBits();
+    const bool trueColor = m_source->BitsPerPixel() == 24;
+    return ops::ForEachStoredRow(m_height, 0, [&](int y, std::uint8_t*) {
+        const std::size_t offset = static_cast<std::size_t>(y) * m_rowBytes;
+        if (trueColor) {
+            ReversePixels(src + offset, dst + offset, m_width);
+        } else {
+            ReverseBits(src + offset, dst + offset, m_width);
+        }
+    });
+}
+
+int CImageTransform::FlipVertical() {
+    if (!Ready() || m_source->ImageBytes() != m_target->ImageBytes()) {
+        return 0;
+    }
+    const std::uint8_t* src = m_source->Bits();
+    std::uint8_t* dst = m_target->MutableBits();
+    return ops::ForEachStoredRow(m_height, 0, [&](int i, std::uint8_t*) {
+        std::memcpy(dst + static_cast<std::size_t>(m_height - 1 - i) * m_rowBytes,
+                    src + static_cast<std::size_t>(i) * m_rowBytes, m_rowBytes);
+    });
+}
+
+// Writes target(r, i) = source(column(r), row(i)) for a quarter turn, where
+// `position(r, i)` gives that source column and row. 24-bit pictures go tile by
+// tile so that the source columns are read from cache; masks go a column at a
+// time.
+template <class SourcePosition> int CImageTransform::QuarterTurn(const SourcePosition& position) {
+    if (!Ready() || m_source->Width() != m_height || m_source->Height() != m_width) {
+        return 0;
+    }
+    if (m_source->BitsPerPixel() != 24) {
+        platform::HeapBlock column = platform::HeapBlock::Allocate(m_rowBytes);
+        platform::HeapBlock reversed = platform::HeapBlock::Allocate(m_rowBytes);
+        if (!column || !reversed) {
+            return 0;
+        }
+        for (int r = 0; r < m_height; ++r) {
+            const auto [x, firstRow] = position(r, 0);
+            m_source->GetColumn(x, 0, m_width - 1, column.data());
+            const bool bottomUp = firstRow != 0;
+            if (bottomUp) {
+                ReverseBits(column.data(), reversed.data(), m_width);
+            }
+            m_target->SetRow(r, bottomUp ? reversed.data() : column.data());
+        }
+        return 1;
+    }
+    const std::uint8_t* src = m_source->Bits();
+    const std::uint32_t srcRowBytes = m_source->RowBytes();
+    const int srcHeight = m_source->Height();
+    std::uint8_t* dst = m_target->MutableBits();
+    const int tileRows = (m_height + kTile - 1) / kTile;
+    return ops::ForEachStoredRow(tileRows, 0, [&](int tile, std::uint8_t*) {
+        const int r0 = tile * kTile;
+        const int r1 = std::min(r0 + kTile, m_height);
+        for (int i0 = 0; i0 < m_width; i0 += kTile) {
+            const int i1 = std::min(i0 + kTile, m_width);
+            for (int r = r0; r < r1; ++r) {
+                std::uint8_t* out = dst + static_cast<std::size_t>(m_height - 1 - r) * m_rowBytes + 3 * i0;
+                for (int i = i0; i < i1; ++i, out += 3) {
+                    const auto [x, y] = position(r, i);
+                    const std::uint8_t* in =
+                        src + static_cast<std::size_t>(srcHeight - 1 - y) * srcRowBytes + 3 * x;
+                    out[0] = in[0];
+                    out[1] = in[1];
+                    out[2] = in[2];
+                }
+            }
+        }
+    });
+}
+
+int CImageTransform::RotateLeft() {
+    const int lastColumn = m_height - 1;
+    return QuarterTurn([lastColumn](int r, int i) { return std::pair<int, int>(lastColumn - r, i); });
+}
+
+int CImageTransform::RotateRight() {
+    const int lastRow = m_width - 1;
+    return QuarterTurn([lastRow](int r, int i) { return std::pair<int, int>(r, lastRow - i); });
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+
+// Small integer rules shared by the filter engines.
+namespace ops {
+
+// Luminance of a pixel: (59 G + 30 R + 11 B + 50) / 100.
+inline int Luminance(int blue, int green, int red) {
+    return (59 * green + 30 * red + 11 * blue + 50) / 100;
+}
+
+inline int Clamp255(int v) {
+    return std::clamp(v, 0, 255);
+}
+
+// (x * multiplier) >> 16 equals x / divisor for every x in 0..limit; the
+// static_asserts beside each use prove it at compile time.
+constexpr bool ReciprocalIsExact(int divisor, int multiplier, int limit) {
+    for (int x = 0; x <= limit; ++x) {
+        if (((x * multiplier) >> 16) != x / divisor) {
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace ops

@@ -1,0 +1,201 @@
+// Blur, Sharpen, Despeckle, Diffuse and Emboss: the three-row neighbourhood
+// filters whose result is formed per byte or per pixel from the 3 x 3 block.
+#include "image/CDibImage.h"
+#include "ops/CImageFilter.h"
+#include "ops/FilterMath.h"
+#include "ops/RowPasses.h"
+
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+using ops::Clamp255;
+
+constexpr int kDivideBy9 = 7282;  // for S <= 9 x 255
+constexpr int kDivideBy12 = 5462; // for 4c + N <= 12 x 255
+static_assert(ops::ReciprocalIsExact(9, kDivideBy9, 9 * 255));
+static_assert(ops::ReciprocalIsExact(12, kDivideBy12, 12 * 255));
+
+// One byte of Blur or Sharpen from the centre c and the eight neighbours' sum N.
+template <int Strength> inline std::uint8_t ConvolvePixel(int c, int n) {
+    if constexpr (Strength == 1) {
+        return static_cast<std::uint8_t>((8 * c + n) >> 4);
+    } else if constexpr (Strength == 2) {
+        return static_cast<std::uint8_t>(((4 * c + n) * kDivideBy12) >> 16);
+    } else if constexpr (Strength == 3) {
+        return static_cast<std::uint8_t>(((c + n) * kDivideBy9) >> 16);
+    } else if constexpr (Strength == 4) {
+        return static_cast<std::uint8_t>(Clamp255(c + ((c - (n >> 3)) >> 1)));
+    } else if constexpr (Strength == 5) {
+        return static_cast<std::uint8_t>(Clamp255(3 * c - (n >> 2)));
+    } else {
+        return static_cast<std::uint8_t>(Clamp255(9 * c - n));
+    }
+}
+
+// Work block of a row rule: the column sums with one pixel of margin each side.
+std::size_t SumsBytes(std::uint32_t rowBytes) {
+    return (rowBytes + 8) * sizeof(std::int16_t);
+}
+
+template <int Strength>
+int ConvolveRows(const std::uint8_t* src, std::uint8_t* dst, int width, int height, std::uint32_t rowBytes) {
+    const int pixelBytes = 3 * width;
+    return ops::ThreeRowPass(src, dst, height, rowBytes, SumsBytes(rowBytes),
+                             [&](const std::uint8_t* prev, const std::uint8_t* cur, const std::uint8_t* next,
+                                 std::uint8_t* out, std::uint8_t* work) {
+                                 std::int16_t* sums = reinterpret_cast<std::int16_t*>(work) + 3;
+                                 ops::SumThreeRows(prev, cur, next, sums, pixelBytes);
+                                 for (int j = 0; j < pixelBytes; ++j) {
+                                     const int c = cur[j];
+                                     const int n = sums[j - 3] + sums[j] + sums[j + 3] - c;
+                                     out[j] = ConvolvePixel<Strength>(c, n);
+                                 }
+                                 std::memcpy(out + pixelBytes, cur + pixelBytes, rowBytes - pixelBytes);
+                             });
+}
+
+// A small per-band random stream for Diffuse, seeded from rand() so that
+// seeding rand() makes the whole filter repeatable.
+class RowRandom {
+public:
+    explicit RowRandom(std::uint32_t seed) : m_state(seed * 2654435761u + 0x9E3779B9u) {}
+    int NextNine() {
+        m_state ^= m_state << 13;
+        m_state ^= m_state >> 17;
+        m_state ^= m_state << 5;
+        return static_cast<int>(((m_state >> 8) * 9ull) >> 24);
+    }
+
+private:
+    std::uint32_t m_state;
+};
+
+} // namespace
+
+int CImageFilter::Convolve3x3(int strength) {
+    m_pixelOp = strength;
+    if (!Ready()) {
+        return 1;
+    }
+    const std::uint8_t* src = m_src->Bits();
+    std::uint8_t* dst = m_dst->MutableBits();
+    switch (strength) {
+    case 1:
+        return ConvolveRows<1>(src, dst, m_width, m_height, m_rowBytes);
+    case 2:
+        return ConvolveRows<2>(src, dst, m_width, m_height, m_rowBytes);
+    case 3:
+        return ConvolveRows<3>(src, dst, m_width, m_height, m_rowBytes);
+    case 4:
+        return ConvolveRows<4>(src, dst, m_width, m_height, m_rowBytes);
+    case 5:
+        return ConvolveRows<5>(src, dst, m_width, m_height, m_rowBytes);
+    case 6:
+        return ConvolveRows<6>(src, dst, m_width, m_height, m_rowBytes);
+    default:
+        return 0;
+    }
+}
+
+int CImageFilter::Despeckle(int threshold) {
+    if (!Ready()) {
+        return 1;
+    }
+    const int pixelBytes = 3 * m_width;
+    const std::uint32_t rowBytes = m_rowBytes;
+    return ops::ThreeRowPass(m_src->Bits(), m_dst->MutableBits(), m_height, rowBytes, SumsBytes(rowBytes),
+                             [&](const std::uint8_t* prev, const std::uint8_t* cur, const std::uint8_t* next,
+                                 std::uint8_t* out, std::uint8_t* work) {
+                                 std::int16_t* sums = reinterpret_cast<std::int16_t*>(work) + 3;
+                                 ops::SumThreeRows(prev, cur, next, sums, pixelBytes);
+                                 std::memcpy(out, cur, rowBytes);
+                                 for (int j = 0; j < pixelBytes; j += 3) {
+                                     int v[3];
+                                     bool speck = false;
+                                     for (int k = 0; k < 3; ++k) {
+                                         const int c = cur[j + k];
+                                         const int s = sums[j + k - 3] + sums[j + k] + sums[j + k + 3];
+                                         v[k] = (((s - c) >> 3) * 3 + c) >> 2;
+                                         speck |= std::abs(v[k] - c) >= threshold;
+                                     }
+                                     if (speck) {
+                                         out[j] = static_cast<std::uint8_t>(v[0]);
+                                         out[j + 1] = static_cast<std::uint8_t>(v[1]);
+                                         out[j + 2] = static_cast<std::uint8_t>(v[2]);
+                                     }
+                                 }
+                             });
+}
+
+int CImageFilter::Diffuse() {
+    if (!Ready()) {
+        return 1;
+    }
+    // Rows go in chunks with a stream each, so the result does not depend on
+    // how many cores share the work.
+    constexpr int kChunkRows = 64;
+    const int chunks = (m_height + kChunkRows - 1) / kChunkRows;
+    const auto base = static_cast<std::uint32_t>(std::rand());
+    const std::uint8_t* src = m_src->Bits();
+    std::uint8_t* dst = m_dst->MutableBits();
+    const std::uint32_t rowBytes = m_rowBytes;
+    const int lastPixel = 3 * (m_width - 1);
+    return ops::ForEachStoredRow(chunks, 0, [&](int chunk, std::uint8_t*) {
+        RowRandom random(base + static_cast<std::uint32_t>(chunk) * 0x632BE5ABu);
+        const int yEnd = std::min(m_height, (chunk + 1) * kChunkRows);
+        for (int y = chunk * kChunkRows; y < yEnd; ++y) {
+            const std::uint8_t* rows[3];
+            rows[1] = src + static_cast<std::size_t>(y) * rowBytes;
+            rows[0] = y > 0 ? rows[1] - rowBytes : rows[1];
+            rows[2] = y + 1 < m_height ? rows[1] + rowBytes : rows[1];
+            std::uint8_t* out = dst + static_cast<std::size_t>(y) * rowBytes;
+            for (int x = 0; x <= lastPixel; x += 3) {
+                const int k = random.NextNine();
+                int column = x + 3 * (k % 3 - 1);
+                if (column < 0 || column > lastPixel) {
+                    column = x;
+                }
+                std::memcpy(out + x, rows[k / 3] + column, 3);
+            }
+        }
+    });
+}
+
+int CImageFilter::Emboss(int direction, int depth, ColorWord foreground) {
+    SetColorA(foreground);
+    if (!Ready()) {
+        return 1;
+    }
+    // Neighbours A and B per direction: row (0 previous, 1 current, 2 next) and
+    // column step (-1 left, 0 centre, 1 right).
+    struct Pick {
+        int rowA, stepA, rowB, stepB;
+    };
+    static constexpr Pick kPicks[8] = {{2, 1, 0, -1}, {2, 0, 0, 0}, {2, -1, 0, 1}, {1, 1, 1, -1},
+                                       {0, -1, 2, 1}, {0, 0, 2, 0}, {0, 1, 2, -1}, {1, -1, 1, 1}};
+    const Pick pick = kPicks[direction & 7];
+    const int base[3] = {m_colorA[2], m_colorA[1], m_colorA[0]}; // blue, green, red
+    const int lastPixel = 3 * (m_width - 1);
+    return ops::ThreeRowPass(m_src->Bits(), m_dst->MutableBits(), m_height, m_rowBytes, 0,
+                             [&](const std::uint8_t* prev, const std::uint8_t* cur, const std::uint8_t* next,
+                                 std::uint8_t* out, std::uint8_t*) {
+                                 const std::uint8_t* rows[3] = {prev, cur, next};
+                                 for (int x = 0; x <= lastPixel; x += 3) {
+                                     const int xa = std::clamp(x + 3 * pick.stepA, 0, lastPixel);
+                                     const int xb = std::clamp(x + 3 * pick.stepB, 0, lastPixel);
+                                     const std::uint8_t* a = rows[pick.rowA] + xa;
+                                     const std::uint8_t* b = rows[pick.rowB] + xb;
+                                     const int d0 = a[0] - b[0];
+                                     const int d1 = a[1] - b[1];
+                                     const int d2 = a[2] - b[2];
+                                     const int largest = std::max({d0, d1, d2});
+                                     const int smallest = std::min({d0, d1, d2});
+                                     const int d = (smallest < 0 && -smallest > largest) ? smallest : largest;
+                                     out[x] = static_cast<std::uint8_t>(Clamp255(base[0] + d * depth));
+                                     out[x + 1] = static_cast<std::uint8_t>(Clamp255(base[1] + d * depth));
+                                     out[x + 2] = static_cast<std::uint8_t>(Clamp255(base[2] + d * depth));
+                                 }
+                             });
+}

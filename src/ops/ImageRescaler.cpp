@@ -1,0 +1,75 @@
+#include "ops/ImageRescaler.h"
+
+#include "image/CDibImage.h"
+#include "ops/RowPasses.h"
+#include "ops/RowResampler.h"
+
+#include <cstring>
+
+namespace ops {
+
+int RescalePicture(const CDibImage& source, CDibImage& target) {
+    const int sourceHeight = source.Height();
+    const int targetWidth = target.Width();
+    const int targetHeight = target.Height();
+    const std::uint32_t targetRowBytes = target.RowBytes();
+    RowResampler rows;
+    ResampleKernel columns;
+    platform::HeapBlock between =
+        platform::HeapBlock::Allocate(static_cast<std::size_t>(targetRowBytes) * sourceHeight);
+    if (!between || !rows.Init(source.Width(), targetWidth) || !columns.Init(sourceHeight, targetHeight)) {
+        return 0;
+    }
+    // Rows first, into stored order (bottom row first) of the source height.
+    const std::uint8_t* src = source.Bits();
+    std::uint8_t* mid = between.data();
+    ForEachStoredRow(sourceHeight, 0, [&](int y, std::uint8_t*) {
+        rows.Resample(src + static_cast<std::size_t>(y) * source.RowBytes(),
+                      mid + static_cast<std::size_t>(y) * targetRowBytes);
+    });
+    // Then columns: target row j (from the top) from the rows its taps name.
+    std::uint8_t* dst = target.MutableBits();
+    const std::size_t pixelBytes = 3 * static_cast<std::size_t>(targetWidth);
+    return ForEachStoredRow(targetHeight, pixelBytes * sizeof(std::uint32_t), [&](int j, std::uint8_t* work) {
+        auto* sums = reinterpret_cast<std::uint32_t*>(work);
+        std::memset(sums, 0, pixelBytes * sizeof(std::uint32_t));
+        const std::int32_t* weights = columns.Weights(j);
+        for (int k = 0; k < columns.Count(j); ++k) {
+            const int y = columns.First(j) + k;
+            const std::uint8_t* row = mid + static_cast<std::size_t>(sourceHeight - 1 - y) * targetRowBytes;
+            const auto w = static_cast<std::uint32_t>(weights[k]);
+            for (std::size_t b = 0; b < pixelBytes; ++b) {
+                sums[b] += w * row[b];
+            }
+        }
+        std::uint8_t* out = dst + static_cast<std::size_t>(targetHeight - 1 - j) * targetRowBytes;
+        for (std::size_t b = 0; b < pixelBytes; ++b) {
+            out[b] = columns.Finish(sums[b]);
+        }
+    });
+}
+
+int RescaleMask(const CDibImage& source, CDibImage& target) {
+    const int sourceWidth = source.Width();
+    const int sourceHeight = source.Height();
+    const int width = target.Width();
+    const int height = target.Height();
+    platform::HeapBlock row = platform::HeapBlock::Allocate(target.RowBytes());
+    if (!row) {
+        return 0;
+    }
+    for (int y = 0; y < height; ++y) {
+        const int sy = static_cast<int>((2LL * y + 1) * sourceHeight / (2LL * height));
+        std::memset(row.data(), 0, target.RowBytes());
+        for (int x = 0; x < width; ++x) {
+            const int sx = static_cast<int>((2LL * x + 1) * sourceWidth / (2LL * width));
+            if (source.GetBit(sx, sy)) {
+                row.data()[x >> 3] = static_cast<std::uint8_t>(row.data()[x >> 3] | (0x80 >> (x & 7)));
+            }
+        }
+        target.SetRow(y, row.data());
+    }
+    return 1;
+}
+
+} // namespace ops
