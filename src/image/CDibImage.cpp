@@ -100,6 +100,9 @@ int CDibImage::Create(const BitmapInfoHeader* header, const RgbQuad* palette) {
 }
 
 int CDibImage::CopyFrom(const CDibImage& source) {
+    if (!source.IsValid()) {
+        return 0;
+    }
     const bool sameShape = m_bitsPerPixel == source.m_bitsPerPixel && m_width == source.m_width &&
                            m_height == source.m_height && m_imageBytes == source.m_imageBytes;
     if (!sameShape) {

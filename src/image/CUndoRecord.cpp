@@ -146,17 +146,12 @@ int CUndoRecord::RecordWithWarning(CBriselDoc& doc, int kind) {
     return 0;
 }
 
-bool CUndoRecord::Undo(CBriselDoc& doc) {
-    if (!CanUndo(&doc)) {
-        return false;
-    }
-    Swap(doc);
-    doc.UpdateAllViews(CBriselDoc::kHintImageSize);
-    return true;
-}
+bool CUndoRecord::Undo(CBriselDoc& doc) { return SwapWhen(CanUndo(&doc), doc); }
 
-bool CUndoRecord::Redo(CBriselDoc& doc) {
-    if (!CanRedo(&doc)) {
+bool CUndoRecord::Redo(CBriselDoc& doc) { return SwapWhen(CanRedo(&doc), doc); }
+
+bool CUndoRecord::SwapWhen(bool enabled, CBriselDoc& doc) {
+    if (!enabled) {
         return false;
     }
     Swap(doc);
