@@ -2,6 +2,7 @@
 
 #include "image/CDibImage.h"
 #include "ops/FilterMath.h"
+#include "ops/PixelKernels.h"
 #include "ops/RowPasses.h"
 
 #include <algorithm>
@@ -43,15 +44,11 @@ int CImageFilter::Invert() {
     }
     const std::uint8_t* src = m_src->Bits();
     std::uint8_t* dst = m_dst->MutableBits();
-    const std::size_t words = m_rowBytes / 4;
-    return ForEachStoredRow(m_height, 0, [&](int y, std::uint8_t*) {
-        const std::size_t offset = static_cast<std::size_t>(y) * m_rowBytes;
-        for (std::size_t i = 0; i < words; ++i) {
-            std::uint32_t word;
-            std::memcpy(&word, src + offset + 4 * i, 4);
-            word = ~word;
-            std::memcpy(dst + offset + 4 * i, &word, 4);
-        }
+    const std::uint32_t rowBytes = m_rowBytes;
+    // Padding bytes included: every stored byte is complemented.
+    return ops::ForEachStoredBand(m_height, [=](int begin, int end) {
+        const std::size_t offset = static_cast<std::size_t>(begin) * rowBytes;
+        ops::InvertBytes(src + offset, dst + offset, static_cast<std::size_t>(end - begin) * rowBytes);
     });
 }
 
@@ -61,15 +58,11 @@ int CImageFilter::Gray() {
     }
     const std::uint8_t* src = m_src->Bits();
     std::uint8_t* dst = m_dst->MutableBits();
-    return ForEachStoredRow(m_height, 0, [&](int y, std::uint8_t*) {
-        const std::uint8_t* in = src + static_cast<std::size_t>(y) * m_rowBytes;
-        std::uint8_t* out = dst + static_cast<std::size_t>(y) * m_rowBytes;
-        for (int x = 0; x < m_width; ++x, in += 3, out += 3) {
-            const auto level = static_cast<std::uint8_t>(ops::Luminance(in[0], in[1], in[2]));
-            out[0] = level;
-            out[1] = level;
-            out[2] = level;
-        }
+    const std::uint32_t rowBytes = m_rowBytes;
+    const int width = m_width;
+    return ForEachStoredRow(m_height, 0, [=](int y, std::uint8_t*) {
+        const std::size_t offset = static_cast<std::size_t>(y) * rowBytes;
+        ops::GrayRow(src + offset, dst + offset, width);
     });
 }
 
@@ -111,15 +104,12 @@ int CImageFilter::ColorLevel(int code, ColorWord foreground, ColorWord backgroun
     }
     const std::uint8_t* src = m_src->Bits();
     std::uint8_t* dst = m_dst->MutableBits();
-    return ForEachStoredRow(m_height, 0, [&](int y, std::uint8_t*) {
-        const std::uint8_t* in = src + static_cast<std::size_t>(y) * m_rowBytes;
-        std::uint8_t* out = dst + static_cast<std::size_t>(y) * m_rowBytes;
-        for (int x = 0; x < m_width; ++x, in += 3, out += 3) {
-            const std::uint8_t* level = levels[ops::Luminance(in[0], in[1], in[2])];
-            out[0] = level[0];
-            out[1] = level[1];
-            out[2] = level[2];
-        }
+    const std::uint32_t rowBytes = m_rowBytes;
+    const int width = m_width;
+    const std::uint8_t* table = &levels[0][0];
+    return ForEachStoredRow(m_height, 0, [=](int y, std::uint8_t*) {
+        const std::size_t offset = static_cast<std::size_t>(y) * rowBytes;
+        ops::LevelRow(src + offset, dst + offset, width, table);
     });
 }
 

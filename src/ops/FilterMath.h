@@ -3,6 +3,14 @@
 #include <algorithm>
 #include <cstdint>
 
+// Hot row loops are compiled twice where the compiler supports it: for the
+// machine's wider vector unit (chosen at load time) and for the baseline.
+#if defined(__GNUC__) && defined(__x86_64__) && !defined(__clang__)
+#define TAMRICK_VECTOR_CLONES __attribute__((target_clones("avx2", "default")))
+#else
+#define TAMRICK_VECTOR_CLONES
+#endif
+
 // Small integer rules shared by the filter engines.
 namespace ops {
 

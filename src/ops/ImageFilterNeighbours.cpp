@@ -18,19 +18,24 @@ static_assert(ops::ReciprocalIsExact(9, kDivideBy9, 9 * 255));
 static_assert(ops::ReciprocalIsExact(12, kDivideBy12, 12 * 255));
 
 // One byte of Blur or Sharpen from the centre c and the eight neighbours' sum N.
-template <int Strength> inline std::uint8_t ConvolvePixel(int c, int n) {
+template <int Strength> inline std::uint8_t ConvolvePixel(std::int16_t c, std::int16_t n) {
+    using I = std::int16_t;
+    using U = std::uint16_t;
     if constexpr (Strength == 1) {
-        return static_cast<std::uint8_t>((8 * c + n) >> 4);
+        return static_cast<std::uint8_t>(static_cast<U>(8 * c + n) >> 4);
     } else if constexpr (Strength == 2) {
-        return static_cast<std::uint8_t>(((4 * c + n) * kDivideBy12) >> 16);
+        return static_cast<std::uint8_t>(
+            (static_cast<std::uint32_t>(static_cast<U>(4 * c + n)) * kDivideBy12) >> 16);
     } else if constexpr (Strength == 3) {
-        return static_cast<std::uint8_t>(((c + n) * kDivideBy9) >> 16);
+        return static_cast<std::uint8_t>((static_cast<std::uint32_t>(static_cast<U>(c + n)) * kDivideBy9) >>
+                                         16);
     } else if constexpr (Strength == 4) {
-        return static_cast<std::uint8_t>(Clamp255(c + ((c - (n >> 3)) >> 1)));
+        return static_cast<std::uint8_t>(
+            std::clamp<I>(static_cast<I>(c + (static_cast<I>(c - (n >> 3)) >> 1)), 0, 255));
     } else if constexpr (Strength == 5) {
-        return static_cast<std::uint8_t>(Clamp255(3 * c - (n >> 2)));
+        return static_cast<std::uint8_t>(std::clamp<I>(static_cast<I>(3 * c - (n >> 2)), 0, 255));
     } else {
-        return static_cast<std::uint8_t>(Clamp255(9 * c - n));
+        return static_cast<std::uint8_t>(std::clamp<I>(static_cast<I>(9 * c - n), 0, 255));
     }
 }
 
@@ -40,18 +45,25 @@ std::size_t SumsBytes(std::uint32_t rowBytes) {
 }
 
 template <int Strength>
+TAMRICK_VECTOR_CLONES void ConvolveRow(const std::int16_t* __restrict sums,
+                                       const std::uint8_t* __restrict cur, std::uint8_t* __restrict out,
+                                       int pixelBytes) {
+    for (int j = 0; j < pixelBytes; ++j) {
+        const auto c = static_cast<std::int16_t>(cur[j]);
+        const auto n = static_cast<std::int16_t>(sums[j - 3] + sums[j] + sums[j + 3] - c);
+        out[j] = ConvolvePixel<Strength>(c, n);
+    }
+}
+
+template <int Strength>
 int ConvolveRows(const std::uint8_t* src, std::uint8_t* dst, int width, int height, std::uint32_t rowBytes) {
     const int pixelBytes = 3 * width;
     return ops::ThreeRowPass(src, dst, height, rowBytes, SumsBytes(rowBytes),
-                             [&](const std::uint8_t* prev, const std::uint8_t* cur, const std::uint8_t* next,
+                             [=](const std::uint8_t* prev, const std::uint8_t* cur, const std::uint8_t* next,
                                  std::uint8_t* out, std::uint8_t* work) {
                                  std::int16_t* sums = reinterpret_cast<std::int16_t*>(work) + 3;
                                  ops::SumThreeRows(prev, cur, next, sums, pixelBytes);
-                                 for (int j = 0; j < pixelBytes; ++j) {
-                                     const int c = cur[j];
-                                     const int n = sums[j - 3] + sums[j] + sums[j + 3] - c;
-                                     out[j] = ConvolvePixel<Strength>(c, n);
-                                 }
+                                 ConvolveRow<Strength>(sums, cur, out, pixelBytes);
                                  std::memcpy(out + pixelBytes, cur + pixelBytes, rowBytes - pixelBytes);
                              });
 }

@@ -1,9 +1,12 @@
 #include "ops/RowPasses.h"
 
+#include "ops/FilterMath.h"
+#include "ops/PixelKernels.h"
+
 namespace ops {
 
-void SumThreeRows(const std::uint8_t* prev, const std::uint8_t* cur, const std::uint8_t* next,
-                  std::int16_t* sums, int pixelBytes) {
+TAMRICK_VECTOR_CLONES void SumThreeRows(const std::uint8_t* prev, const std::uint8_t* cur,
+                                        const std::uint8_t* next, std::int16_t* sums, int pixelBytes) {
     for (int j = 0; j < pixelBytes; ++j) {
         sums[j] = static_cast<std::int16_t>(prev[j] + cur[j] + next[j]);
     }
@@ -13,7 +16,8 @@ void SumThreeRows(const std::uint8_t* prev, const std::uint8_t* cur, const std::
     }
 }
 
-void SumThreePixels(const std::uint8_t* row, std::int16_t* sums, int pixelBytes) {
+TAMRICK_VECTOR_CLONES void SumThreePixels(const std::uint8_t* __restrict row, std::int16_t* __restrict sums,
+                                          int pixelBytes) {
     if (pixelBytes <= 3) {
         for (int j = 0; j < pixelBytes; ++j) {
             sums[j] = static_cast<std::int16_t>(3 * row[j]);
@@ -33,14 +37,9 @@ void SumThreePixels(const std::uint8_t* row, std::int16_t* sums, int pixelBytes)
 void ApplyChannelTables(const std::uint8_t* src, std::uint8_t* dst, int width, int height,
                         std::uint32_t rowBytes, const std::uint8_t* blue, const std::uint8_t* green,
                         const std::uint8_t* red) {
-    ForEachStoredRow(height, 0, [&](int y, std::uint8_t*) {
-        const std::uint8_t* in = src + static_cast<std::size_t>(y) * rowBytes;
-        std::uint8_t* out = dst + static_cast<std::size_t>(y) * rowBytes;
-        for (int x = 0; x < width; ++x, in += 3, out += 3) {
-            out[0] = blue[in[0]];
-            out[1] = green[in[1]];
-            out[2] = red[in[2]];
-        }
+    ForEachStoredRow(height, 0, [=](int y, std::uint8_t*) {
+        const std::size_t offset = static_cast<std::size_t>(y) * rowBytes;
+        TableRow(src + offset, dst + offset, width, blue, green, red);
     });
 }
 

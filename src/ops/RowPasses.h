@@ -13,6 +13,12 @@
 // split.
 namespace ops {
 
+// Runs `work(begin, end)` on bands of stored rows (end exclusive).
+template <class Work> int ForEachStoredBand(int height, const Work& work) {
+    platform::ForEachRowBand(height, [&](int begin, int end) { work(begin, end); });
+    return 1;
+}
+
 // Runs `rule(y, work)` for every stored row y, with a zero-filled work block
 // of `workBytes` per band (none when 0). Returns 0 when a block cannot be had.
 template <class Rule> int ForEachStoredRow(int height, std::size_t workBytes, const Rule& rule) {
@@ -53,7 +59,7 @@ int ThreeRowPass(const std::uint8_t* src, std::uint8_t* dst, int height, std::ui
 void SumThreeRows(const std::uint8_t* prev, const std::uint8_t* cur, const std::uint8_t* next,
                   std::int16_t* sums, int pixelBytes);
 // Horizontal three-pixel sums of one 24-bit row with the same edge rule.
-void SumThreePixels(const std::uint8_t* row, std::int16_t* sums, int pixelBytes);
+void SumThreePixels(const std::uint8_t* __restrict row, std::int16_t* __restrict sums, int pixelBytes);
 
 // Maps every pixel's blue, green and red byte through its channel's table.
 // Padding bytes of the target rows are left as they are.

@@ -1,0 +1,73 @@
+#include "ops/PixelKernels.h"
+
+#include "ops/FilterMath.h"
+
+#include <cstring>
+
+namespace ops {
+
+namespace {
+// Luminance sums 59 G + 30 R + 11 B + 50 stay below 25551.
+constexpr int kDivideBy100 = 5243; // with a shift of 19
+constexpr bool LuminanceDivisionIsExact() {
+    for (int x = 0; x <= 25550; ++x) {
+        if (((x * kDivideBy100) >> 19) != x / 100) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(LuminanceDivisionIsExact());
+
+inline std::uint32_t FastLuminance(std::uint32_t blue, std::uint32_t green, std::uint32_t red) {
+    return ((59 * green + 30 * red + 11 * blue + 50) * kDivideBy100) >> 19;
+}
+} // namespace
+
+TAMRICK_VECTOR_CLONES void InvertBytes(const std::uint8_t* __restrict in, std::uint8_t* __restrict out,
+                                       std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) {
+        out[i] = static_cast<std::uint8_t>(~in[i]);
+    }
+}
+
+TAMRICK_VECTOR_CLONES void GrayRow(const std::uint8_t* __restrict in, std::uint8_t* __restrict out,
+                                   int width) {
+    for (int x = 0; x < width; ++x) {
+        const auto level = static_cast<std::uint8_t>(FastLuminance(in[3 * x], in[3 * x + 1], in[3 * x + 2]));
+        out[3 * x] = level;
+        out[3 * x + 1] = level;
+        out[3 * x + 2] = level;
+    }
+}
+
+TAMRICK_VECTOR_CLONES void LevelRow(const std::uint8_t* __restrict in, std::uint8_t* __restrict out,
+                                    int width, const std::uint8_t* __restrict levels) {
+    for (int x = 0; x < width; ++x) {
+        const std::uint8_t* level = levels + 3 * FastLuminance(in[3 * x], in[3 * x + 1], in[3 * x + 2]);
+        out[3 * x] = level[0];
+        out[3 * x + 1] = level[1];
+        out[3 * x + 2] = level[2];
+    }
+}
+
+void TableRow(const std::uint8_t* __restrict in, std::uint8_t* __restrict out, int width,
+              const std::uint8_t* __restrict blue, const std::uint8_t* __restrict green,
+              const std::uint8_t* __restrict red) {
+    int x = 0;
+    for (; x + 4 <= width; x += 4) {
+        const std::uint8_t* p = in + 3 * x;
+        std::uint8_t* q = out + 3 * x;
+        q[0] = blue[p[0]], q[1] = green[p[1]], q[2] = red[p[2]];
+        q[3] = blue[p[3]], q[4] = green[p[4]], q[5] = red[p[5]];
+        q[6] = blue[p[6]], q[7] = green[p[7]], q[8] = red[p[8]];
+        q[9] = blue[p[9]], q[10] = green[p[10]], q[11] = red[p[11]];
+    }
+    for (; x < width; ++x) {
+        out[3 * x] = blue[in[3 * x]];
+        out[3 * x + 1] = green[in[3 * x + 1]];
+        out[3 * x + 2] = red[in[3 * x + 2]];
+    }
+}
+
+} // namespace ops
