@@ -34,4 +34,19 @@ constexpr bool ReciprocalIsExact(int divisor, int multiplier, int limit) {
     return true;
 }
 
+// x / 100 for 0 <= x <= 25550: a blend of two bytes by percentages, or a
+// luminance sum.
+constexpr int DivideBy100(int x) {
+    return (x * 5243) >> 19;
+}
+constexpr bool DivideBy100IsExact() {
+    for (int x = 0; x <= 25550; ++x) {
+        if (DivideBy100(x) != x / 100) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(DivideBy100IsExact());
+
 } // namespace ops

@@ -68,6 +68,39 @@ int ConvolveRows(const std::uint8_t* src, std::uint8_t* dst, int width, int heig
                              });
 }
 
+// d[j] = a[j + shiftA] - b[j + shiftB], the shifts moving a whole pixel left
+// or right and the row's end pixels standing in for their missing neighbours.
+TAMRICK_VECTOR_CLONES void EmbossDifferences(const std::uint8_t* __restrict a, int shiftA,
+                                             const std::uint8_t* __restrict b, int shiftB,
+                                             std::int16_t* __restrict d, int pixelBytes) {
+    const int last = pixelBytes - 3;
+    const auto clamped = [&](int j) {
+        d[j] = static_cast<std::int16_t>(a[std::clamp(j + shiftA, j % 3, last + j % 3)] -
+                                         b[std::clamp(j + shiftB, j % 3, last + j % 3)]);
+    };
+    for (int j = 0; j < std::min(3, pixelBytes); ++j) {
+        clamped(j);
+    }
+    for (int j = 3; j < last; ++j) {
+        d[j] = static_cast<std::int16_t>(a[j + shiftA] - b[j + shiftB]);
+    }
+    for (int j = std::max(last, 3); j < pixelBytes; ++j) {
+        clamped(j);
+    }
+    d[pixelBytes] = d[pixelBytes + 1] = 0;
+}
+
+// At every j: of d[j], d[j+1], d[j+2] the one of greatest magnitude, the
+// largest winning a tie (only pixel starts j = 3x are used).
+TAMRICK_VECTOR_CLONES void StrongestOfThree(const std::int16_t* __restrict d,
+                                            std::int16_t* __restrict strongest, int pixelBytes) {
+    for (int j = 0; j < pixelBytes; ++j) {
+        const std::int16_t largest = std::max(std::max(d[j], d[j + 1]), d[j + 2]);
+        const std::int16_t smallest = std::min(std::min(d[j], d[j + 1]), d[j + 2]);
+        strongest[j] = (smallest < 0 && -smallest > largest) ? smallest : largest;
+    }
+}
+
 // A small per-band random stream for Diffuse, seeded from rand() so that
 // seeding rand() makes the whole filter repeatable.
 class RowRandom {
@@ -188,26 +221,27 @@ int CImageFilter::Emboss(int direction, int depth, ColorWord foreground) {
     static constexpr Pick kPicks[8] = {{2, 1, 0, -1}, {2, 0, 0, 0}, {2, -1, 0, 1}, {1, 1, 1, -1},
                                        {0, -1, 2, 1}, {0, 0, 2, 0}, {0, 1, 2, -1}, {1, -1, 1, 1}};
     const Pick pick = kPicks[direction & 7];
-    const int base[3] = {m_colorA[2], m_colorA[1], m_colorA[0]}; // blue, green, red
-    const int lastPixel = 3 * (m_width - 1);
-    return ops::ThreeRowPass(m_src->Bits(), m_dst->MutableBits(), m_height, m_rowBytes, 0,
-                             [&](const std::uint8_t* prev, const std::uint8_t* cur, const std::uint8_t* next,
-                                 std::uint8_t* out, std::uint8_t*) {
-                                 const std::uint8_t* rows[3] = {prev, cur, next};
-                                 for (int x = 0; x <= lastPixel; x += 3) {
-                                     const int xa = std::clamp(x + 3 * pick.stepA, 0, lastPixel);
-                                     const int xb = std::clamp(x + 3 * pick.stepB, 0, lastPixel);
-                                     const std::uint8_t* a = rows[pick.rowA] + xa;
-                                     const std::uint8_t* b = rows[pick.rowB] + xb;
-                                     const int d0 = a[0] - b[0];
-                                     const int d1 = a[1] - b[1];
-                                     const int d2 = a[2] - b[2];
-                                     const int largest = std::max({d0, d1, d2});
-                                     const int smallest = std::min({d0, d1, d2});
-                                     const int d = (smallest < 0 && -smallest > largest) ? smallest : largest;
-                                     out[x] = static_cast<std::uint8_t>(Clamp255(base[0] + d * depth));
-                                     out[x + 1] = static_cast<std::uint8_t>(Clamp255(base[1] + d * depth));
-                                     out[x + 2] = static_cast<std::uint8_t>(Clamp255(base[2] + d * depth));
-                                 }
-                             });
+    // The output depends only on D, so it is tabled for D = -255..255.
+    std::uint8_t table[511][3];
+    for (int d = -255; d <= 255; ++d) {
+        table[d + 255][0] = static_cast<std::uint8_t>(Clamp255(m_colorA[2] + d * depth));
+        table[d + 255][1] = static_cast<std::uint8_t>(Clamp255(m_colorA[1] + d * depth));
+        table[d + 255][2] = static_cast<std::uint8_t>(Clamp255(m_colorA[0] + d * depth));
+    }
+    const int pixelBytes = 3 * m_width;
+    const std::size_t plane = static_cast<std::size_t>(pixelBytes) + 4;
+    return ops::ThreeRowPass(
+        m_src->Bits(), m_dst->MutableBits(), m_height, m_rowBytes, 2 * plane * sizeof(std::int16_t),
+        [&, pick, pixelBytes, plane](const std::uint8_t* prev, const std::uint8_t* cur,
+                                     const std::uint8_t* next, std::uint8_t* out, std::uint8_t* work) {
+            const std::uint8_t* rows[3] = {prev, cur, next};
+            auto* differences = reinterpret_cast<std::int16_t*>(work);
+            std::int16_t* strongest = differences + plane;
+            EmbossDifferences(rows[pick.rowA], 3 * pick.stepA, rows[pick.rowB], 3 * pick.stepB, differences,
+                              pixelBytes);
+            StrongestOfThree(differences, strongest, pixelBytes);
+            for (int x = 0; x < pixelBytes; x += 3) {
+                std::memcpy(out + x, table[strongest[x] + 255], 3);
+            }
+        });
 }

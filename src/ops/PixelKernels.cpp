@@ -8,19 +8,8 @@ namespace ops {
 
 namespace {
 // Luminance sums 59 G + 30 R + 11 B + 50 stay below 25551.
-constexpr int kDivideBy100 = 5243; // with a shift of 19
-constexpr bool LuminanceDivisionIsExact() {
-    for (int x = 0; x <= 25550; ++x) {
-        if (((x * kDivideBy100) >> 19) != x / 100) {
-            return false;
-        }
-    }
-    return true;
-}
-static_assert(LuminanceDivisionIsExact());
-
 inline std::uint32_t FastLuminance(std::uint32_t blue, std::uint32_t green, std::uint32_t red) {
-    return ((59 * green + 30 * red + 11 * blue + 50) * kDivideBy100) >> 19;
+    return static_cast<std::uint32_t>(DivideBy100(static_cast<int>(59 * green + 30 * red + 11 * blue + 50)));
 }
 } // namespace
 

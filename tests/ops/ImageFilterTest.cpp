@@ -105,9 +105,24 @@ TEST(ImageFilter, EmbossAndFindEdgeSeeTheRowAboveAsNext) {
     auto embossed = Filtered(*column, [](CImageFilter& f) { return f.Emboss(1, 1, Grey(128)); });
     EXPECT_EQ(embossed->GetPixel(0, 1), Grey(255)); // next (above) minus previous (below)
 
+    // All eight directions at the centre of a grey ramp: A - B per the button.
+    auto ramp = GreyImage(3, {10, 20, 30, 40, 50, 60, 70, 80, 90});
+    const int differences[8] = {-40, -60, -80, 20, 40, 60, 80, -20};
+    for (int direction = 0; direction < 8; ++direction) {
+        auto result = Filtered(*ramp, [=](CImageFilter& f) { return f.Emboss(direction, 1, Grey(128)); });
+        EXPECT_EQ(result->GetPixel(1, 1), Grey(128 + differences[direction])) << direction;
+    }
+
     const auto defaultLine = [](CImageFilter& f) { return f.FindEdge(1, 0, 0, 0); };
     auto aboveLeft = GreyImage(3, {90, 0, 0, 0, 0, 0, 0, 0, 0});
     EXPECT_EQ(Filtered(*aboveLeft, defaultLine)->GetPixel(1, 1), Grey(255 - 180));
+    // Darken Color on the background: k = (540 + 1) / 3 = 180, e = (200 x 75 + 127) shr 8 = 59.
+    EXPECT_EQ(
+        Filtered(*aboveLeft, [](CImageFilter& f) { return f.FindEdge(0, 1, 0, Grey(200)); })->GetPixel(1, 1),
+        Grey(59));
+    EXPECT_EQ(
+        Filtered(*aboveLeft, [](CImageFilter& f) { return f.FindEdge(0, 1, 20, Grey(200)); })->GetPixel(1, 1),
+        Grey(47));
     auto belowLeft = GreyImage(3, {0, 0, 0, 0, 0, 0, 90, 0, 0});
     EXPECT_EQ(Filtered(*belowLeft, defaultLine)->GetPixel(1, 1), Grey(255 - 90));
 }
