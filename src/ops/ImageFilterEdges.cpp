@@ -1,5 +1,5 @@
-// Find Edge and Trace Contour: the edge filters with their colour, background
-// and transparency options.
+// Find Edge: four directional sums per pixel, the strongest direction deciding
+// whether the pixel is an edge and how dark it becomes.
 #include "image/CDibImage.h"
 #include "ops/CImageFilter.h"
 #include "ops/FilterMath.h"
@@ -9,8 +9,6 @@
 #include <cstring>
 
 namespace {
-
-constexpr int kContourThreshold = 127;
 
 // Absolute directional sums of Find Edge for byte j, given its left and right
 // neighbours' byte positions (the same byte at the row's ends).
@@ -72,12 +70,6 @@ PickEdgeDirection(const std::uint16_t* __restrict a1, const std::uint16_t* __res
     }
 }
 
-void Threshold(const std::uint8_t* row, std::uint8_t* out, std::uint32_t rowBytes) {
-    for (std::uint32_t i = 0; i < rowBytes; ++i) {
-        out[i] = row[i] < kContourThreshold ? 0 : 255;
-    }
-}
-
 } // namespace
 
 int CImageFilter::FindEdge(int keepOriginal, int colorMode, int transparency, ColorWord background) {
@@ -136,72 +128,6 @@ int CImageFilter::FindEdge(int keepOriginal, int colorMode, int transparency, Co
                         colorMode == 0 ? 255 - std::min<int>(best[ch], 255) : (base * (255 - k) + 127) >> 8;
                     out[j + ch] =
                         static_cast<std::uint8_t>(ops::DivideBy100(centreShare[centre[ch]] + edgeShare[e]));
-                }
-            }
-        });
-}
-
-int CImageFilter::TraceContour(int darkestEdge, int keepOriginal, int colorMode, int transparency,
-                               ColorWord background, ColorWord foreground) {
-    SetColorA(background);
-    SetColorB(foreground);
-    m_percent = static_cast<std::int16_t>(transparency);
-    m_rowOp = darkestEdge ? 1 : 0;
-    if (!Ready()) {
-        return 1;
-    }
-    const int lastPixel = 3 * (m_width - 1);
-    const int t = m_percent;
-    const bool darkest = m_rowOp == 1;
-    const int backBgr[3] = {m_colorA[2], m_colorA[1], m_colorA[0]};
-    const int foreBgr[3] = {m_colorB[2], m_colorB[1], m_colorB[0]};
-    // Neighbours in the order they are examined: row (0 previous, 1 current,
-    // 2 next) and column step. The next row's right pixel is never looked at.
-    static constexpr int kOrder[7][2] = {{0, -1}, {1, -1}, {2, -1}, {0, 0}, {2, 0}, {0, 1}, {1, 1}};
-    const std::uint32_t rowBytes = m_rowBytes;
-    return ops::ThreeRowPass(
-        m_src->Bits(), m_dst->MutableBits(), m_height, rowBytes, 4 * static_cast<std::size_t>(rowBytes),
-        [&](const std::uint8_t* prev, const std::uint8_t* cur, const std::uint8_t* next, std::uint8_t* out,
-            std::uint8_t* work) {
-            const std::uint8_t* rows[3] = {work, work + rowBytes, work + 2 * rowBytes};
-            Threshold(prev, work, rowBytes);
-            Threshold(cur, work + rowBytes, rowBytes);
-            Threshold(next, work + 2 * rowBytes, rowBytes);
-            std::memcpy(out, cur, rowBytes);
-            for (int x = 0; x <= lastPixel; x += 3) {
-                const std::uint8_t* centre = rows[1] + x;
-                int bestSum = 0;
-                int d[3] = {0, 0, 0};
-                for (const auto& [row, step] : kOrder) {
-                    const std::uint8_t* nb = rows[row] + std::clamp(x + 3 * step, 0, lastPixel);
-                    int diff[3];
-                    for (int ch = 0; ch < 3; ++ch) {
-                        diff[ch] = std::max(darkest ? centre[ch] - nb[ch] : nb[ch] - centre[ch], 0);
-                    }
-                    const int sum = diff[0] + diff[1] + diff[2];
-                    if (sum > bestSum) {
-                        bestSum = sum;
-                        d[0] = diff[0];
-                        d[1] = diff[1];
-                        d[2] = diff[2];
-                    }
-                }
-                const bool edge = bestSum >= 1;
-                for (int ch = 0; ch < 3; ++ch) {
-                    const int o = cur[x + ch];
-                    int value;
-                    if (darkest) {
-                        value =
-                            edge ? (colorMode ? foreBgr[ch] : 255 - d[ch]) : (keepOriginal ? o : backBgr[ch]);
-                    } else if (edge) {
-                        value = colorMode ? (o * t + foreBgr[ch] * (100 - t) + 50) / 100
-                                          : ((100 - t) * (255 - d[ch]) + o * t + 50) / 100;
-                    } else if (keepOriginal) {
-                        value = o;
-                    } else {
-                        value = t > 0 ? (o * t + backBgr[ch] * (100 - t) + 50) / 100 : backBgr[ch];
-                    }
-                    out[x + ch] = static_cast<std::uint8_t>(value);
                 }
             }
         });

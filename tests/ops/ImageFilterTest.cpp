@@ -150,6 +150,20 @@ TEST(ImageFilter, TraceContourRules) {
         Filtered(*ridge, [&](CImageFilter& f) { return f.TraceContour(1, 0, 1, 70, back, fore); });
     EXPECT_TRUE(SamePixels(*darkest, *darkestSeeThrough));
 
+    // "Default" colours an edge 255 - d per channel: only the channels that
+    // differ go dark; with transparency the source shows through.
+    auto pair = SolidImage(2, 1, Grey(0));
+    pair->SetPixel(1, 0, MakeColorWord(200, 50, 200));
+    EXPECT_EQ(Filtered(*pair, [&](CImageFilter& f) { return f.TraceContour(0, 0, 0, 0, back, fore); })
+                  ->GetPixel(0, 0),
+              MakeColorWord(0, 255, 0));
+    auto seeThrough =
+        Filtered(*pair, [&](CImageFilter& f) { return f.TraceContour(0, 0, 0, 40, back, fore); });
+    EXPECT_EQ(seeThrough->GetPixel(0, 0), MakeColorWord(0, 153, 0));
+    EXPECT_EQ(seeThrough->GetPixel(1, 0),
+              MakeColorWord((200 * 40 + 1 * 60 + 50) / 100, (50 * 40 + 2 * 60 + 50) / 100,
+                            (200 * 40 + 3 * 60 + 50) / 100));
+
     // The next row's right pixel (above right on screen) is never examined.
     auto aboveRight = GreyImage(3, {0, 0, 200, 0, 0, 0, 0, 0, 0});
     EXPECT_EQ(Filtered(*aboveRight, [&](CImageFilter& f) { return f.TraceContour(0, 0, 1, 0, back, fore); })
