@@ -29,6 +29,15 @@ void ReverseBits(const std::uint8_t* in, std::uint8_t* out, int width) {
     }
 }
 
+// Copies `count` pixels, one from each stored row `step` bytes apart, into a row.
+void CopyColumnToRow(const std::uint8_t* in, std::ptrdiff_t step, std::uint8_t* __restrict out, int count) {
+    for (int k = 0; k < count; ++k, in += step, out += 3) {
+        out[0] = in[0];
+        out[1] = in[1];
+        out[2] = in[2];
+    }
+}
+
 } // namespace
 
 void CImageTransform::SetTarget(CDibImage* target) {
@@ -97,26 +106,32 @@ template <class SourcePosition> int CImageTransform::QuarterTurn(const SourcePos
         }
         return 1;
     }
+    // Target row r, pixel i is the source pixel at column x(r), source row y(i);
+    // along a target row the source pointer moves one stored row per pixel.
     const std::uint8_t* src = m_source->Bits();
-    const std::uint32_t srcRowBytes = m_source->RowBytes();
+    const auto srcRowBytes = static_cast<std::ptrdiff_t>(m_source->RowBytes());
     const int srcHeight = m_source->Height();
+    const auto [x0, y0] = position(0, 0);
+    const auto [x1, y1] = position(m_height > 1 ? 1 : 0, m_width > 1 ? 1 : 0);
+    const int columnStep = m_height > 1 ? x1 - x0 : 0;
+    // Stored rows run bottom-up, so a step down the picture is a step back.
+    const std::ptrdiff_t storedStep = (m_width > 1 ? -(y1 - y0) : 0) * srcRowBytes;
     std::uint8_t* dst = m_target->MutableBits();
-    const int tileRows = (m_height + kTile - 1) / kTile;
-    return ops::ForEachStoredRow(tileRows, 0, [&](int tile, std::uint8_t*) {
+    const std::uint32_t rowBytes = m_rowBytes;
+    const int width = m_width;
+    const int height = m_height;
+    const int tileRows = (height + kTile - 1) / kTile;
+    return ops::ForEachStoredRow(tileRows, 0, [=](int tile, std::uint8_t*) {
         const int r0 = tile * kTile;
-        const int r1 = std::min(r0 + kTile, m_height);
-        for (int i0 = 0; i0 < m_width; i0 += kTile) {
-            const int i1 = std::min(i0 + kTile, m_width);
+        const int r1 = std::min(r0 + kTile, height);
+        for (int i0 = 0; i0 < width; i0 += kTile) {
+            const int count = std::min(kTile, width - i0);
             for (int r = r0; r < r1; ++r) {
-                std::uint8_t* out = dst + static_cast<std::size_t>(m_height - 1 - r) * m_rowBytes + 3 * i0;
-                for (int i = i0; i < i1; ++i, out += 3) {
-                    const auto [x, y] = position(r, i);
-                    const std::uint8_t* in =
-                        src + static_cast<std::size_t>(srcHeight - 1 - y) * srcRowBytes + 3 * x;
-                    out[0] = in[0];
-                    out[1] = in[1];
-                    out[2] = in[2];
-                }
+                const int x = x0 + columnStep * r;
+                const int firstStored = srcHeight - 1 - y0;
+                const std::uint8_t* in = src + (firstStored * srcRowBytes + i0 * storedStep) + 3 * x;
+                CopyColumnToRow(in, storedStep,
+                                dst + static_cast<std::size_t>(height - 1 - r) * rowBytes + 3 * i0, count);
             }
         }
     });

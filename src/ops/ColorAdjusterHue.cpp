@@ -8,9 +8,31 @@
 
 namespace {
 
-// Converts one pixel (blue, green, red) with the hue shift and saturation
-// change; grey pixels and impossible sectors come out unchanged.
-inline void ShiftHueSaturation(const std::uint8_t* in, std::uint8_t* out, int hueShift, int saturation) {
+// Exact quotients by 1..255 through multiplication: x / d = (x x R[d]) >> 32
+// with R[d] = ceil(2^32 / d), for every x up to 255 x 255.
+struct Reciprocals {
+    std::uint64_t of[256];
+    Reciprocals() {
+        of[0] = 0;
+        for (int d = 1; d < 256; ++d) {
+            of[d] = ((std::uint64_t{1} << 32) + static_cast<std::uint64_t>(d) - 1) /
+                    static_cast<std::uint64_t>(d);
+        }
+    }
+    int Divide(int x, int d) const { return static_cast<int>((static_cast<std::uint64_t>(x) * of[d]) >> 32); }
+    // Truncates toward zero like C division.
+    int DivideSigned(int x, int d) const { return x < 0 ? -Divide(-x, d) : Divide(x, d); }
+};
+
+const Reciprocals& Quotients() {
+    static const Reciprocals reciprocals;
+    return reciprocals;
+}
+
+// Converts one pixel (blue, green, red); grey pixels and impossible sectors
+// come out unchanged. `newSaturation[s]` is clamp(s + (saturation x s + 50) / 100).
+inline void ShiftHueSaturation(const std::uint8_t* in, std::uint8_t* out, int hueShift,
+                               const std::uint8_t* newSaturation, const Reciprocals& q) {
     const int b = in[0];
     const int g = in[1];
     const int r = in[2];
@@ -21,16 +43,15 @@ inline void ShiftHueSaturation(const std::uint8_t* in, std::uint8_t* out, int hu
         return;
     }
     const int delta = v - m;
-    const int s = delta * 255 / v;
-    const int sat = std::clamp(s + (saturation * s + 50) / 100, 0, 255);
+    const int sat = newSaturation[q.Divide(delta * 255, v)];
     const int half = delta >> 1;
     int h;
     if (r == v) {
-        h = ((g - b) * 60 + half) / delta;
+        h = q.DivideSigned((g - b) * 60 + half, delta);
     } else if (g == v) {
-        h = ((b - r) * 60 + half) / delta + 120;
+        h = q.DivideSigned((b - r) * 60 + half, delta) + 120;
     } else {
-        h = ((r - g) * 60 + half) / delta + 240;
+        h = q.DivideSigned((r - g) * 60 + half, delta) + 240;
     }
     h += hueShift;
     if (h < 0) {
@@ -40,10 +61,10 @@ inline void ShiftHueSaturation(const std::uint8_t* in, std::uint8_t* out, int hu
     }
     const int sector = h / 60;
     const float f = static_cast<float>(h) * 0.016666668f - static_cast<float>(sector);
-    const int p = (255 - sat) * v / 255;
+    const int p = q.Divide((255 - sat) * v, 255);
     const float share = (sector & 1) ? f : 1.0f - f;
-    const int q = static_cast<int>(static_cast<float>(sat) * share);
-    const int t = (255 - q) * v / 255;
+    const int falling = static_cast<int>(static_cast<float>(sat) * share);
+    const int t = q.Divide((255 - falling) * v, 255);
     int nb, ng, nr;
     switch (sector) {
     case 0:
@@ -80,13 +101,20 @@ int CColorAdjuster::ApplyHueSaturation(int hueShift, int saturation) {
     if (!Ready()) {
         return 1;
     }
+    std::uint8_t newSaturation[256];
+    for (int v = 0; v < 256; ++v) {
+        newSaturation[v] = static_cast<std::uint8_t>(std::clamp(v + (saturation * v + 50) / 100, 0, 255));
+    }
+    const Reciprocals& quotients = Quotients();
     const std::uint8_t* src = m_src->Bits();
     std::uint8_t* dst = m_dst->MutableBits();
-    return ops::ForEachStoredRow(m_height, 0, [&](int y, std::uint8_t*) {
-        const std::uint8_t* in = src + static_cast<std::size_t>(y) * m_rowBytes;
-        std::uint8_t* out = dst + static_cast<std::size_t>(y) * m_rowBytes;
-        for (int x = 0; x < m_width; ++x, in += 3, out += 3) {
-            ShiftHueSaturation(in, out, m_hueShift, m_saturation);
+    const std::uint32_t rowBytes = m_rowBytes;
+    const int width = m_width;
+    return ops::ForEachStoredRow(m_height, 0, [&, rowBytes, width, hueShift](int y, std::uint8_t*) {
+        const std::uint8_t* in = src + static_cast<std::size_t>(y) * rowBytes;
+        std::uint8_t* out = dst + static_cast<std::size_t>(y) * rowBytes;
+        for (int x = 0; x < width; ++x, in += 3, out += 3) {
+            ShiftHueSaturation(in, out, hueShift, newSaturation, quotients);
         }
     });
 }

@@ -101,6 +101,21 @@ TAMRICK_VECTOR_CLONES void StrongestOfThree(const std::int16_t* __restrict d,
     }
 }
 
+// Per byte: v = three quarters neighbour mean, one quarter centre, and whether
+// v lies at least `threshold` from the centre.
+TAMRICK_VECTOR_CLONES void DespeckleValues(const std::int16_t* __restrict sums,
+                                           const std::uint8_t* __restrict cur,
+                                           std::uint8_t* __restrict smoothed, std::uint8_t* __restrict far,
+                                           int pixelBytes, int threshold) {
+    for (int j = 0; j < pixelBytes; ++j) {
+        const int c = cur[j];
+        const int s = sums[j - 3] + sums[j] + sums[j + 3];
+        const int v = (((s - c) >> 3) * 3 + c) >> 2;
+        smoothed[j] = static_cast<std::uint8_t>(v);
+        far[j] = (v - c >= threshold || c - v >= threshold) ? 1 : 0;
+    }
+}
+
 // A small per-band random stream for Diffuse, seeded from rand() so that
 // seeding rand() makes the whole filter repeatable.
 class RowRandom {
@@ -150,25 +165,20 @@ int CImageFilter::Despeckle(int threshold) {
     }
     const int pixelBytes = 3 * m_width;
     const std::uint32_t rowBytes = m_rowBytes;
-    return ops::ThreeRowPass(m_src->Bits(), m_dst->MutableBits(), m_height, rowBytes, SumsBytes(rowBytes),
-                             [&](const std::uint8_t* prev, const std::uint8_t* cur, const std::uint8_t* next,
+    const std::size_t sumsBytes = SumsBytes(rowBytes);
+    return ops::ThreeRowPass(m_src->Bits(), m_dst->MutableBits(), m_height, rowBytes,
+                             sumsBytes + 2 * rowBytes,
+                             [=](const std::uint8_t* prev, const std::uint8_t* cur, const std::uint8_t* next,
                                  std::uint8_t* out, std::uint8_t* work) {
                                  std::int16_t* sums = reinterpret_cast<std::int16_t*>(work) + 3;
+                                 std::uint8_t* smoothed = work + sumsBytes;
+                                 std::uint8_t* far = smoothed + rowBytes;
                                  ops::SumThreeRows(prev, cur, next, sums, pixelBytes);
+                                 DespeckleValues(sums, cur, smoothed, far, pixelBytes, threshold);
                                  std::memcpy(out, cur, rowBytes);
                                  for (int j = 0; j < pixelBytes; j += 3) {
-                                     int v[3];
-                                     bool speck = false;
-                                     for (int k = 0; k < 3; ++k) {
-                                         const int c = cur[j + k];
-                                         const int s = sums[j + k - 3] + sums[j + k] + sums[j + k + 3];
-                                         v[k] = (((s - c) >> 3) * 3 + c) >> 2;
-                                         speck |= std::abs(v[k] - c) >= threshold;
-                                     }
-                                     if (speck) {
-                                         out[j] = static_cast<std::uint8_t>(v[0]);
-                                         out[j + 1] = static_cast<std::uint8_t>(v[1]);
-                                         out[j + 2] = static_cast<std::uint8_t>(v[2]);
+                                     if (far[j] | far[j + 1] | far[j + 2]) {
+                                         std::memcpy(out + j, smoothed + j, 3);
                                      }
                                  }
                              });
