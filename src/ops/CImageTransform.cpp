@@ -1,6 +1,7 @@
 #include "ops/CImageTransform.h"
 
 #include "image/CDibImage.h"
+#include "ops/FilterMath.h"
 #include "ops/RowPasses.h"
 
 #include <algorithm>
@@ -10,12 +11,13 @@ namespace {
 
 constexpr int kTile = 64;
 
-void ReversePixels(const std::uint8_t* in, std::uint8_t* out, int width) {
-    const std::uint8_t* from = in + 3 * (width - 1);
-    for (int x = 0; x < width; ++x, from -= 3, out += 3) {
-        out[0] = from[0];
-        out[1] = from[1];
-        out[2] = from[2];
+TAMRICK_VECTOR_CLONES void ReversePixels(const std::uint8_t* __restrict in, std::uint8_t* __restrict out,
+                                         int width) {
+    const int last = width - 1;
+    for (int x = 0; x < width; ++x) {
+        out[3 * x] = in[3 * (last - x)];
+        out[3 * x + 1] = in[3 * (last - x) + 1];
+        out[3 * x + 2] = in[3 * (last - x) + 2];
     }
 }
 

@@ -21,7 +21,10 @@ struct Reciprocals {
     }
     int Divide(int x, int d) const { return static_cast<int>((static_cast<std::uint64_t>(x) * of[d]) >> 32); }
     // Truncates toward zero like C division.
-    int DivideSigned(int x, int d) const { return x < 0 ? -Divide(-x, d) : Divide(x, d); }
+    int DivideSigned(int x, int d) const {
+        const int sign = x >> 31; // 0 or -1
+        return (Divide((x ^ sign) - sign, d) ^ sign) - sign;
+    }
 };
 
 const Reciprocals& Quotients() {
@@ -29,8 +32,9 @@ const Reciprocals& Quotients() {
     return reciprocals;
 }
 
-// Converts one pixel (blue, green, red); grey pixels and impossible sectors
-// come out unchanged. `newSaturation[s]` is clamp(s + (saturation x s + 50) / 100).
+// Converts one pixel (blue, green, red); grey pixels come out unchanged, as
+// do pixels whose hue falls outside 0..359 (a shift beyond -180..180). `newSaturation[s]` is clamp(s +
+// (saturation x s + 50) / 100).
 inline void ShiftHueSaturation(const std::uint8_t* in, std::uint8_t* out, int hueShift,
                                const std::uint8_t* newSaturation, const Reciprocals& q) {
     const int b = in[0];
@@ -45,52 +49,30 @@ inline void ShiftHueSaturation(const std::uint8_t* in, std::uint8_t* out, int hu
     const int delta = v - m;
     const int sat = newSaturation[q.Divide(delta * 255, v)];
     const int half = delta >> 1;
-    int h;
-    if (r == v) {
-        h = q.DivideSigned((g - b) * 60 + half, delta);
-    } else if (g == v) {
-        h = q.DivideSigned((b - r) * 60 + half, delta) + 120;
-    } else {
-        h = q.DivideSigned((r - g) * 60 + half, delta) + 240;
-    }
-    h += hueShift;
-    if (h < 0) {
-        h += 360;
-    } else if (h >= 360) {
-        h -= 360;
-    }
+    // Red is tested first, then green: numerator and offset of the hue.
+    const bool redTop = r == v;
+    const bool greenTop = !redTop && g == v;
+    const int numerator = redTop ? g - b : greenTop ? b - r : r - g;
+    const int offset = redTop ? 0 : greenTop ? 120 : 240;
+    int h = q.DivideSigned(numerator * 60 + half, delta) + offset + hueShift;
+    h += h < 0 ? 360 : (h >= 360 ? -360 : 0);
     const int sector = h / 60;
+    if (static_cast<unsigned>(sector) > 5) {
+        return; // only with a hue shift beyond half a turn
+    }
     const float f = static_cast<float>(h) * 0.016666668f - static_cast<float>(sector);
     const int p = q.Divide((255 - sat) * v, 255);
     const float share = (sector & 1) ? f : 1.0f - f;
     const int falling = static_cast<int>(static_cast<float>(sat) * share);
     const int t = q.Divide((255 - falling) * v, 255);
-    int nb, ng, nr;
-    switch (sector) {
-    case 0:
-        nb = p, ng = t, nr = v;
-        break;
-    case 1:
-        nb = p, ng = v, nr = t;
-        break;
-    case 2:
-        nb = t, ng = v, nr = p;
-        break;
-    case 3:
-        nb = v, ng = t, nr = p;
-        break;
-    case 4:
-        nb = v, ng = p, nr = t;
-        break;
-    case 5:
-        nb = t, ng = p, nr = v;
-        break;
-    default:
-        return;
-    }
-    out[0] = static_cast<std::uint8_t>(nb);
-    out[1] = static_cast<std::uint8_t>(ng);
-    out[2] = static_cast<std::uint8_t>(nr);
+    // Which of p, t and V each channel (blue, green, red) takes per sector.
+    static constexpr std::uint8_t kTakes[6][3] = {{0, 1, 2}, {0, 2, 1}, {1, 2, 0},
+                                                  {2, 1, 0}, {2, 0, 1}, {1, 0, 2}};
+    const int values[3] = {p, t, v};
+    const std::uint8_t* takes = kTakes[sector];
+    out[0] = static_cast<std::uint8_t>(values[takes[0]]);
+    out[1] = static_cast<std::uint8_t>(values[takes[1]]);
+    out[2] = static_cast<std::uint8_t>(values[takes[2]]);
 }
 
 } // namespace

@@ -2,12 +2,27 @@
 // 16-bit wrap of the cell sum that large bright cells run into.
 #include "image/CDibImage.h"
 #include "ops/CImageFilter.h"
+#include "ops/FilterMath.h"
 #include "ops/RowPasses.h"
 
 #include <algorithm>
 #include <cstring>
 
 namespace {
+
+TAMRICK_VECTOR_CLONES void AddRow(const std::uint8_t* __restrict row, std::int16_t* __restrict sums,
+                                  int count) {
+    for (int j = 0; j < count; ++j) {
+        sums[j] = static_cast<std::int16_t>(sums[j] + row[j]);
+    }
+}
+
+TAMRICK_VECTOR_CLONES void MeanOfFourColumns(const std::int16_t* __restrict sums,
+                                             std::uint8_t* __restrict row, int count) {
+    for (int j = 0; j < count; ++j) {
+        row[j] = static_cast<std::uint8_t>((sums[j] + sums[j + 3] + sums[j + 6] + sums[j + 9]) >> 4);
+    }
+}
 
 // Column sums (one per byte) of the picture rows top..top+n-1 counted from the
 // top; a row beyond the last reads the last row again.
@@ -18,9 +33,7 @@ void SumRowsIntoColumns(const CDibImage& src, int top, int n, std::int16_t* sums
     for (int i = 0; i < n; ++i) {
         const int y = std::min(top + i, lastRow);
         const std::uint8_t* row = bits + static_cast<std::size_t>(lastRow - y) * src.RowBytes();
-        for (int j = 0; j < pixelBytes; ++j) {
-            sums[j] = static_cast<std::int16_t>(sums[j] + row[j]);
-        }
+        AddRow(row, sums, pixelBytes);
     }
 }
 
@@ -88,9 +101,7 @@ int CImageFilter::Average(int cellSize) {
             for (int j = pixelBytes; j < pixelBytes + 9; ++j) {
                 sums[j] = sums[j - 3];
             }
-            for (int j = 0; j < pixelBytes; ++j) {
-                row[j] = static_cast<std::uint8_t>((sums[j] + sums[j + 3] + sums[j + 6] + sums[j + 9]) >> 4);
-            }
+            MeanOfFourColumns(sums, row, pixelBytes);
         } else {
             for (int x = 0; x < m_width; ++x) {
                 CellMean(sums, x, n, m_width, row + 3 * x);

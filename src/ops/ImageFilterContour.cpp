@@ -6,6 +6,7 @@
 #include "ops/FilterMath.h"
 #include "ops/RowPasses.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -33,16 +34,15 @@ inline int WinningChannels(const std::uint8_t* prev, const std::uint8_t* cur, co
                            int left, int x, int right, bool darkest) {
     const int centre = cur[x];
     const int neighbours[7] = {prev[left], cur[left], next[left], prev[x], next[x], prev[right], cur[right]};
-    int best = 0;
-    int bestCount = 0;
-    for (int neighbour : neighbours) {
-        const int differing = darkest ? centre & ~neighbour : neighbour & ~centre;
-        if (kBitCount[differing] > bestCount) {
-            bestCount = kBitCount[differing];
-            best = differing;
-        }
+    // Key = count x 8 + (7 - order): the largest key is the first neighbour
+    // with the most differing channels.
+    int bestKey = 0;
+    int differing[7];
+    for (int k = 0; k < 7; ++k) {
+        differing[k] = darkest ? centre & ~neighbours[k] : neighbours[k] & ~centre;
+        bestKey = std::max(bestKey, kBitCount[differing[k]] * 8 + (7 - k));
     }
-    return best;
+    return bestKey >= 8 ? differing[7 - (bestKey & 7)] : 0;
 }
 
 } // namespace
