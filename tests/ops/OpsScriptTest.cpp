@@ -48,8 +48,9 @@ TEST_F(OpsScriptTest, RunsStepsInOrderWithUndoAndRedo) {
     EXPECT_EQ(undo.State(), CUndoRecord::kCanRedo);
 
     OpsScript failing;
+    ASSERT_TRUE(failing.Add("gray"));
     ASSERT_TRUE(failing.Add("redo"));
-    EXPECT_EQ(failing.Run(ctx), 0); // nothing to redo
+    EXPECT_EQ(failing.Run(ctx), 1); // a fresh step has nothing to redo
 }
 
 TEST(OpsScriptColor, ParsesSixHexDigitsAsRedGreenBlue) {
