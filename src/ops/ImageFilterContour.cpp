@@ -15,6 +15,7 @@ constexpr int kContourThreshold = 127;
 
 // Thresholded pixels as three bits (blue 1, green 2, red 4): a set bit is a
 // byte of 127 or more, which thresholds to 255; a clear bit thresholds to 0.
+// codes[-1] and codes[width] repeat the end pixels.
 TAMRICK_VECTOR_CLONES void ThresholdCodes(const std::uint8_t* __restrict row, std::uint8_t* __restrict codes,
                                           int width) {
     for (int x = 0; x < width; ++x) {
@@ -22,27 +23,41 @@ TAMRICK_VECTOR_CLONES void ThresholdCodes(const std::uint8_t* __restrict row, st
                                              (row[3 * x + 1] >= kContourThreshold ? 2 : 0) |
                                              (row[3 * x + 2] >= kContourThreshold ? 4 : 0));
     }
+    codes[-1] = codes[0];
+    codes[width] = codes[width - 1];
 }
 
-constexpr int kBitCount[8] = {0, 1, 1, 2, 1, 2, 2, 3};
+inline std::uint8_t BitCount3(std::uint8_t bits) {
+    return static_cast<std::uint8_t>((bits & 1) + ((bits >> 1) & 1) + ((bits >> 2) & 1));
+}
 
-// The channels whose difference wins: of the seven neighbours examined in
-// order (previous left, current left, next left, previous centre, next
-// centre, previous right, current right; never next right) the first whose
-// number of differing channels is greatest. Zero when no channel differs.
-inline int WinningChannels(const std::uint8_t* prev, const std::uint8_t* cur, const std::uint8_t* next,
-                           int left, int x, int right, bool darkest) {
-    const int centre = cur[x];
-    const int neighbours[7] = {prev[left], cur[left], next[left], prev[x], next[x], prev[right], cur[right]};
-    // Key = count x 8 + (7 - order): the largest key is the first neighbour
-    // with the most differing channels.
-    int bestKey = 0;
-    int differing[7];
-    for (int k = 0; k < 7; ++k) {
-        differing[k] = darkest ? centre & ~neighbours[k] : neighbours[k] & ~centre;
-        bestKey = std::max(bestKey, kBitCount[differing[k]] * 8 + (7 - k));
+// Per pixel, the channels whose difference wins: of the seven neighbours
+// examined in order (previous left, current left, next left, previous centre,
+// next centre, previous right, current right; never next right) the first
+// whose number of differing channels is greatest; zero when none differs.
+TAMRICK_VECTOR_CLONES void WinningChannels(const std::uint8_t* __restrict prev,
+                                           const std::uint8_t* __restrict cur,
+                                           const std::uint8_t* __restrict next,
+                                           std::uint8_t* __restrict winning, int width, bool darkest) {
+    const std::uint8_t flip = darkest ? 7 : 0;
+    for (int x = 0; x < width; ++x) {
+        const std::uint8_t centre = cur[x];
+        const std::uint8_t neighbours[7] = {prev[x - 1], cur[x - 1],  next[x - 1], prev[x],
+                                            next[x],     prev[x + 1], cur[x + 1]};
+        std::uint8_t best = 0;
+        std::uint8_t bestCount = 0;
+        for (int k = 0; k < 7; ++k) {
+            // Lightest: the neighbour is set where the centre is clear; darkest:
+            // the other way round.
+            const std::uint8_t n = static_cast<std::uint8_t>(neighbours[k] ^ flip);
+            const std::uint8_t c = static_cast<std::uint8_t>(centre ^ flip);
+            const auto differing = static_cast<std::uint8_t>(n & ~c & 7);
+            const std::uint8_t count = BitCount3(differing);
+            best = count > bestCount ? differing : best;
+            bestCount = count > bestCount ? count : bestCount;
+        }
+        winning[x] = best;
     }
-    return bestKey >= 8 ? differing[7 - (bestKey & 7)] : 0;
 }
 
 } // namespace
@@ -86,27 +101,33 @@ int CImageFilter::TraceContour(int darkestEdge, int keepOriginal, int colorMode,
             outputs[kNotEdge][ch][o] = static_cast<std::uint8_t>(plain);
         }
     }
+    // The table each channel's byte goes through, per set of winning channels.
+    const std::uint8_t* channelTable[8][3];
+    for (int winning = 0; winning < 8; ++winning) {
+        for (int ch = 0; ch < 3; ++ch) {
+            const int kind = winning == 0 ? kNotEdge : ((winning >> ch) & 1) ? kEdgeDiffers : kEdgeSame;
+            channelTable[winning][ch] = outputs[kind][ch];
+        }
+    }
     const int width = m_width;
     const std::uint32_t rowBytes = m_rowBytes;
+    const std::size_t codeRow = static_cast<std::size_t>(width) + 2;
     return ops::ThreeRowPass(
-        m_src->Bits(), m_dst->MutableBits(), m_height, rowBytes, 3 * static_cast<std::size_t>(width),
+        m_src->Bits(), m_dst->MutableBits(), m_height, rowBytes, 4 * codeRow,
         [&](const std::uint8_t* prev, const std::uint8_t* cur, const std::uint8_t* next, std::uint8_t* out,
             std::uint8_t* work) {
-            std::uint8_t* codes[3] = {work, work + width, work + 2 * width};
+            std::uint8_t* codes[3] = {work + 1, work + codeRow + 1, work + 2 * codeRow + 1};
+            std::uint8_t* winning = work + 3 * codeRow;
             ThresholdCodes(prev, codes[0], width);
             ThresholdCodes(cur, codes[1], width);
             ThresholdCodes(next, codes[2], width);
+            WinningChannels(codes[0], codes[1], codes[2], winning, width, darkest);
             std::memcpy(out, cur, rowBytes);
             for (int x = 0; x < width; ++x) {
-                const int left = x > 0 ? x - 1 : x;
-                const int right = x + 1 < width ? x + 1 : x;
-                const int winning = WinningChannels(codes[0], codes[1], codes[2], left, x, right, darkest);
-                for (int ch = 0; ch < 3; ++ch) {
-                    const int kind = winning == 0            ? kNotEdge
-                                     : ((winning >> ch) & 1) ? kEdgeDiffers
-                                                             : kEdgeSame;
-                    out[3 * x + ch] = outputs[kind][ch][cur[3 * x + ch]];
-                }
+                const std::uint8_t* const* tables = channelTable[winning[x]];
+                out[3 * x] = tables[0][cur[3 * x]];
+                out[3 * x + 1] = tables[1][cur[3 * x + 1]];
+                out[3 * x + 2] = tables[2][cur[3 * x + 2]];
             }
         });
 }
