@@ -4,6 +4,7 @@
 #include "ops/CImageFilter.h"
 #include "ops/FilterMath.h"
 #include "ops/RowPasses.h"
+#include "platform/HeapBlock.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -46,13 +47,16 @@ TAMRICK_VECTOR_CLONES void FormEdgeSums(const std::uint8_t* __restrict p, const 
     }
 }
 
-// At every j (pixel starts j = 3x are used): which direction has the greatest
-// three-channel strength, an earlier one keeping its place on a tie, and that
-// strength.
-TAMRICK_VECTOR_CLONES void
-PickEdgeDirection(const std::uint16_t* __restrict a1, const std::uint16_t* __restrict a2,
-                  const std::uint16_t* __restrict a3, const std::uint16_t* __restrict a4,
-                  std::uint16_t* __restrict winner, std::uint16_t* __restrict strength, int pixelBytes) {
+// At every j (pixel starts j = 3x are used): the direction with the greatest
+// three-channel strength, an earlier one keeping its place on a tie; whether
+// the pixel is an edge (a winning channel above 32); and the darkening amount
+// k = min((strength + 1) / 3, 255).
+TAMRICK_VECTOR_CLONES void PickEdgeDirection(const std::uint16_t* __restrict a1,
+                                             const std::uint16_t* __restrict a2,
+                                             const std::uint16_t* __restrict a3,
+                                             const std::uint16_t* __restrict a4,
+                                             std::uint16_t* __restrict winner, std::uint16_t* __restrict edge,
+                                             std::uint16_t* __restrict darkening, int pixelBytes) {
     for (int j = 0; j < pixelBytes; ++j) {
         std::uint16_t best = 0;
         std::uint16_t top = static_cast<std::uint16_t>(a1[j] + a1[j + 1] + a1[j + 2]);
@@ -65,8 +69,69 @@ PickEdgeDirection(const std::uint16_t* __restrict a1, const std::uint16_t* __res
         top = s3 > top ? s3 : top;
         best = s4 > top ? 3 : best;
         top = s4 > top ? s4 : top;
+        std::uint16_t largest = 0;
+        for (int c = 0; c < 3; ++c) {
+            const std::uint16_t value = best == 0   ? a1[j + c]
+                                        : best == 1 ? a2[j + c]
+                                        : best == 2 ? a3[j + c]
+                                                    : a4[j + c];
+            largest = value > largest ? value : largest;
+        }
         winner[j] = best;
-        strength[j] = top;
+        edge[j] = largest > 32 ? 1 : 0;
+        darkening[j] = static_cast<std::uint16_t>(std::min((top + 1) / 3, 255));
+    }
+}
+
+// Copies each pixel's value from its first byte to its other two.
+TAMRICK_VECTOR_CLONES void SpreadOverPixel(std::uint16_t* __restrict values, int pixelBytes) {
+    for (int j = 0; j < pixelBytes; j += 3) {
+        values[j + 1] = values[j];
+        values[j + 2] = values[j];
+    }
+}
+
+// How Find Edge colours a byte; the same for the whole picture.
+struct EdgeColouring {
+    int transparency;
+    bool keepOriginal;
+    bool darken;         // "Darken Color" rather than "Default Line"
+    int backgroundBlend; // (100 - t) x the background's blue, plus the rounding half
+};
+
+// The output bytes of one row, from the pixel-wide values (winning direction,
+// edge flag, darkening) spread over each pixel's bytes; `background[j]` is the
+// background colour's byte for j's channel.
+TAMRICK_VECTOR_CLONES void
+ColourEdgeBytes(const std::uint8_t* __restrict cur, const std::uint16_t* __restrict a1,
+                const std::uint16_t* __restrict a2, const std::uint16_t* __restrict a3,
+                const std::uint16_t* __restrict a4, const std::uint16_t* __restrict winner,
+                const std::uint16_t* __restrict edge, const std::uint16_t* __restrict darkening,
+                const std::uint16_t* __restrict background, std::uint8_t* __restrict out, int pixelBytes,
+                EdgeColouring how) {
+    const int t = how.transparency;
+    // The options as all-ones or all-zero masks: choices by masking keep the
+    // loop free of branches, so that it vectorises.
+    const int keepMask = how.keepOriginal ? -1 : 0;
+    const int darkenMask = how.darken ? -1 : 0;
+    const int exactMask = t < 1 ? -1 : 0;
+    for (int j = 0; j < pixelBytes; ++j) {
+        const int w = winner[j];
+        const int isEdge = edge[j];
+        const int k = darkening[j];
+        const int a = a1[j] * (w == 0) + a2[j] * (w == 1) + a3[j] * (w == 2) + a4[j] * (w == 3);
+        const int o = cur[j];
+        const int back = background[j];
+        const int base = back + ((o - back) & keepMask);
+        const int darkened = (base * (255 - k) + 127) >> 8;
+        const int line = 255 - std::min<int>(a, 255);
+        const int e = line + ((darkened - line) & darkenMask);
+        const int edgeOut = ops::DivideBy100(o * t + 50 + e * (100 - t));
+        // Blended, the background gives its blue to every channel.
+        const int blend = ops::DivideBy100(how.backgroundBlend + o * t);
+        const int blended = blend + ((back - blend) & exactMask);
+        const int plain = blended + ((o - blended) & keepMask);
+        out[j] = static_cast<std::uint8_t>(plain + ((edgeOut - plain) & -static_cast<int>(isEdge)));
     }
 }
 
@@ -83,52 +148,34 @@ int CImageFilter::FindEdge(int keepOriginal, int colorMode, int transparency, Co
     const int backgroundBgr[3] = {m_colorA[2], m_colorA[1], m_colorA[0]};
     const std::size_t plane = static_cast<std::size_t>(pixelBytes) + 8;
     const std::uint32_t rowBytes = m_rowBytes;
-    // Per-channel parts of the blends, tabled: the weighted centre (with the
-    // rounding half) and the weighted edge colour.
-    int centreShare[256];
-    int edgeShare[256];
-    for (int v = 0; v < 256; ++v) {
-        centreShare[v] = v * t + 50;
-        edgeShare[v] = v * (100 - t);
+    const EdgeColouring how{t, keepOriginal != 0, colorMode != 0, (100 - t) * backgroundBgr[0] + 50};
+    // The background colour's byte for each byte of a row.
+    platform::HeapBlock pattern =
+        platform::HeapBlock::Allocate(static_cast<std::size_t>(pixelBytes) * sizeof(std::uint16_t));
+    if (!pattern) {
+        return 0;
+    }
+    auto* backgroundBytes = reinterpret_cast<std::uint16_t*>(pattern.data());
+    for (int j = 0; j < pixelBytes; ++j) {
+        backgroundBytes[j] = static_cast<std::uint16_t>(backgroundBgr[j % 3]);
     }
     return ops::ThreeRowPass(
-        m_src->Bits(), m_dst->MutableBits(), m_height, rowBytes, 6 * plane * sizeof(std::uint16_t),
+        m_src->Bits(), m_dst->MutableBits(), m_height, rowBytes, 7 * plane * sizeof(std::uint16_t),
         [&](const std::uint8_t* prev, const std::uint8_t* cur, const std::uint8_t* next, std::uint8_t* out,
             std::uint8_t* work) {
             auto* planes = reinterpret_cast<std::uint16_t*>(work);
             std::uint16_t* a[4] = {planes, planes + plane, planes + 2 * plane, planes + 3 * plane};
-            std::uint16_t* winner = planes + 4 * plane;
-            std::uint16_t* strength = planes + 5 * plane;
+            // Two entries of margin before each: bytes read their pixel's
+            // values up to two places back.
+            std::uint16_t* winner = planes + 4 * plane + 2;
+            std::uint16_t* edge = planes + 5 * plane + 2;
+            std::uint16_t* darkening = planes + 6 * plane + 2;
             FormEdgeSums(prev, cur, next, pixelBytes, a[0], a[1], a[2], a[3]);
-            PickEdgeDirection(a[0], a[1], a[2], a[3], winner, strength, pixelBytes);
-            for (int j = 0; j < pixelBytes; j += 3) {
-                const std::uint16_t* best = a[winner[j]] + j;
-                const bool edge = best[0] > 32 || best[1] > 32 || best[2] > 32;
-                const std::uint8_t* centre = cur + j;
-                if (!edge) {
-                    if (keepOriginal) {
-                        std::memcpy(out + j, centre, 3);
-                    } else if (t < 1) {
-                        for (int ch = 0; ch < 3; ++ch) {
-                            out[j + ch] = static_cast<std::uint8_t>(backgroundBgr[ch]);
-                        }
-                    } else {
-                        // The blend uses the background's blue for every channel.
-                        for (int ch = 0; ch < 3; ++ch) {
-                            out[j + ch] = static_cast<std::uint8_t>(
-                                ops::DivideBy100(edgeShare[backgroundBgr[0]] + centreShare[centre[ch]]));
-                        }
-                    }
-                    continue;
-                }
-                const int k = std::min((strength[j] + 1) / 3, 255);
-                for (int ch = 0; ch < 3; ++ch) {
-                    const int base = keepOriginal ? centre[ch] : backgroundBgr[ch];
-                    const int e =
-                        colorMode == 0 ? 255 - std::min<int>(best[ch], 255) : (base * (255 - k) + 127) >> 8;
-                    out[j + ch] =
-                        static_cast<std::uint8_t>(ops::DivideBy100(centreShare[centre[ch]] + edgeShare[e]));
-                }
-            }
+            PickEdgeDirection(a[0], a[1], a[2], a[3], winner, edge, darkening, pixelBytes);
+            SpreadOverPixel(winner, pixelBytes);
+            SpreadOverPixel(edge, pixelBytes);
+            SpreadOverPixel(darkening, pixelBytes);
+            ColourEdgeBytes(cur, a[0], a[1], a[2], a[3], winner, edge, darkening, backgroundBytes, out,
+                            pixelBytes, how);
         });
 }
