@@ -1,78 +1,83 @@
 // Hue/Saturation: the per-pixel integer hue-saturation-value round trip.
+//
+// The rows are converted in planar form (one array per channel) by a loop
+// without branches that the compiler vectorises. Its integer quotients are
+// taken as truncated single-precision quotients, which are exact here: for
+// integers x and y with |x| + y below 2^24 the rounded quotient never reaches
+// the next integer. Every numerator below is at most 255 x 255 in magnitude.
 #include "image/CDibImage.h"
 #include "ops/CColorAdjuster.h"
+#include "ops/FilterMath.h"
 #include "ops/RowPasses.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace {
 
-// Exact quotients by 1..255 through multiplication: x / d = (x x R[d]) >> 32
-// with R[d] = ceil(2^32 / d), for every x up to 255 x 255.
-struct Reciprocals {
-    std::uint64_t of[256];
-    Reciprocals() {
-        of[0] = 0;
-        for (int d = 1; d < 256; ++d) {
-            of[d] = ((std::uint64_t{1} << 32) + static_cast<std::uint64_t>(d) - 1) /
-                    static_cast<std::uint64_t>(d);
-        }
-    }
-    int Divide(int x, int d) const { return static_cast<int>((static_cast<std::uint64_t>(x) * of[d]) >> 32); }
-    // Truncates toward zero like C division.
-    int DivideSigned(int x, int d) const {
-        const int sign = x >> 31; // 0 or -1
-        return (Divide((x ^ sign) - sign, d) ^ sign) - sign;
-    }
-};
-
-const Reciprocals& Quotients() {
-    static const Reciprocals reciprocals;
-    return reciprocals;
+// Truncated quotient of two small integers (C division).
+inline int Quotient(int x, int y) {
+    return static_cast<int>(static_cast<float>(x) / static_cast<float>(y));
 }
 
-// Converts one pixel (blue, green, red); grey pixels come out unchanged, as
-// do pixels whose hue falls outside 0..359 (a shift beyond -180..180). `newSaturation[s]` is clamp(s +
-// (saturation x s + 50) / 100).
-inline void ShiftHueSaturation(const std::uint8_t* in, std::uint8_t* out, int hueShift,
-                               const std::uint8_t* newSaturation, const Reciprocals& q) {
-    const int b = in[0];
-    const int g = in[1];
-    const int r = in[2];
-    const int v = std::max({r, g, b});
-    const int m = std::min({r, g, b});
-    std::memcpy(out, in, 3);
-    if (m == v) {
-        return;
+TAMRICK_VECTOR_CLONES void SplitChannels(const std::uint8_t* __restrict row, int* __restrict blue,
+                                         int* __restrict green, int* __restrict red, int width) {
+    for (int x = 0; x < width; ++x) {
+        blue[x] = row[3 * x];
+        green[x] = row[3 * x + 1];
+        red[x] = row[3 * x + 2];
     }
-    const int delta = v - m;
-    const int sat = newSaturation[q.Divide(delta * 255, v)];
-    const int half = delta >> 1;
-    // Red is tested first, then green: numerator and offset of the hue.
-    const bool redTop = r == v;
-    const bool greenTop = !redTop && g == v;
-    const int numerator = redTop ? g - b : greenTop ? b - r : r - g;
-    const int offset = redTop ? 0 : greenTop ? 120 : 240;
-    int h = q.DivideSigned(numerator * 60 + half, delta) + offset + hueShift;
-    h += h < 0 ? 360 : (h >= 360 ? -360 : 0);
-    const int sector = h / 60;
-    if (static_cast<unsigned>(sector) > 5) {
-        return; // only with a hue shift beyond half a turn
+}
+
+TAMRICK_VECTOR_CLONES void JoinChannels(const int* __restrict blue, const int* __restrict green,
+                                        const int* __restrict red, std::uint8_t* __restrict row, int width) {
+    for (int x = 0; x < width; ++x) {
+        row[3 * x] = static_cast<std::uint8_t>(blue[x]);
+        row[3 * x + 1] = static_cast<std::uint8_t>(green[x]);
+        row[3 * x + 2] = static_cast<std::uint8_t>(red[x]);
     }
-    const float f = static_cast<float>(h) * 0.016666668f - static_cast<float>(sector);
-    const int p = q.Divide((255 - sat) * v, 255);
-    const float share = (sector & 1) ? f : 1.0f - f;
-    const int falling = static_cast<int>(static_cast<float>(sat) * share);
-    const int t = q.Divide((255 - falling) * v, 255);
-    // Which of p, t and V each channel (blue, green, red) takes per sector.
-    static constexpr std::uint8_t kTakes[6][3] = {{0, 1, 2}, {0, 2, 1}, {1, 2, 0},
-                                                  {2, 1, 0}, {2, 0, 1}, {1, 0, 2}};
-    const int values[3] = {p, t, v};
-    const std::uint8_t* takes = kTakes[sector];
-    out[0] = static_cast<std::uint8_t>(values[takes[0]]);
-    out[1] = static_cast<std::uint8_t>(values[takes[1]]);
-    out[2] = static_cast<std::uint8_t>(values[takes[2]]);
+}
+
+// Converts the pixels in place. Grey pixels, and pixels whose shifted hue
+// leaves 0..359 (only with a shift beyond -180..180), stay as they are.
+TAMRICK_VECTOR_CLONES void ShiftHueSaturation(int* __restrict blue, int* __restrict green,
+                                              int* __restrict red, int width, int hueShift, int saturation) {
+    for (int x = 0; x < width; ++x) {
+        const int b = blue[x];
+        const int g = green[x];
+        const int r = red[x];
+        const int v = std::max(std::max(r, g), b);
+        const int m = std::min(std::min(r, g), b);
+        const bool grey = m == v;
+        // Grey pixels are kept; they only need divisors that are not zero.
+        const int delta = v - m + static_cast<int>(grey);
+        const int top = v + static_cast<int>(v == 0);
+        const int s = Quotient(delta * 255, top);
+        const int sat = std::min(std::max(s + Quotient(saturation * s + 50, 100), 0), 255);
+        // Red is tested first, then green.
+        const bool redTop = r == v;
+        const bool greenTop = !redTop & (g == v);
+        const int numerator = redTop ? g - b : (greenTop ? b - r : r - g);
+        const int offset = redTop ? 0 : (greenTop ? 120 : 240);
+        int h = Quotient(numerator * 60 + (delta >> 1), delta) + offset + hueShift;
+        h += h < 0 ? 360 : (h >= 360 ? -360 : 0);
+        const bool keep = grey | (h < 0) | (h >= 360);
+        const int sector = Quotient(h, 60);
+        const float f = static_cast<float>(h) * 0.016666668f - static_cast<float>(sector);
+        // f in odd sectors, 1 - f in even ones; multiplying by 0 or 1 and
+        // adding 0 are exact, so this is the plain choice without a branch.
+        const auto odd = static_cast<float>(sector & 1);
+        const float share = f * odd + (1.0f - f) * (1.0f - odd);
+        const int falling = static_cast<int>(static_cast<float>(sat) * share);
+        const int p = Quotient((255 - sat) * v, 255);
+        const int t = Quotient((255 - falling) * v, 255);
+        // Sectors 0..5 give blue p p t V V t, green t V V t p p, red V t p p t V.
+        const int nb = sector <= 1 ? p : ((sector == 2) | (sector == 5) ? t : v);
+        const int ng = (sector == 0) | (sector == 3) ? t : (sector <= 2 ? v : p);
+        const int nr = (sector == 0) | (sector == 5) ? v : ((sector == 1) | (sector == 4) ? t : p);
+        blue[x] = keep ? b : nb;
+        green[x] = keep ? g : ng;
+        red[x] = keep ? r : nr;
+    }
 }
 
 } // namespace
@@ -83,20 +88,17 @@ int CColorAdjuster::ApplyHueSaturation(int hueShift, int saturation) {
     if (!Ready()) {
         return 1;
     }
-    std::uint8_t newSaturation[256];
-    for (int v = 0; v < 256; ++v) {
-        newSaturation[v] = static_cast<std::uint8_t>(std::clamp(v + (saturation * v + 50) / 100, 0, 255));
-    }
-    const Reciprocals& quotients = Quotients();
     const std::uint8_t* src = m_src->Bits();
     std::uint8_t* dst = m_dst->MutableBits();
     const std::uint32_t rowBytes = m_rowBytes;
     const int width = m_width;
-    return ops::ForEachStoredRow(m_height, 0, [&, rowBytes, width, hueShift](int y, std::uint8_t*) {
-        const std::uint8_t* in = src + static_cast<std::size_t>(y) * rowBytes;
-        std::uint8_t* out = dst + static_cast<std::size_t>(y) * rowBytes;
-        for (int x = 0; x < width; ++x, in += 3, out += 3) {
-            ShiftHueSaturation(in, out, hueShift, newSaturation, quotients);
-        }
+    const std::size_t plane = static_cast<std::size_t>(width);
+    return ops::ForEachStoredRow(m_height, 3 * plane * sizeof(int), [=](int y, std::uint8_t* work) {
+        int* blue = reinterpret_cast<int*>(work);
+        int* green = blue + plane;
+        int* red = green + plane;
+        SplitChannels(src + static_cast<std::size_t>(y) * rowBytes, blue, green, red, width);
+        ShiftHueSaturation(blue, green, red, width, hueShift, saturation);
+        JoinChannels(blue, green, red, dst + static_cast<std::size_t>(y) * rowBytes, width);
     });
 }
