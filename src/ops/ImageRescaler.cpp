@@ -1,12 +1,31 @@
 #include "ops/ImageRescaler.h"
 
 #include "image/CDibImage.h"
+#include "ops/FilterMath.h"
 #include "ops/RowPasses.h"
 #include "ops/RowResampler.h"
 
 #include <cstring>
 
 namespace ops {
+
+namespace {
+
+TAMRICK_VECTOR_CLONES void AddWeightedRow(const std::uint8_t* __restrict row, std::uint32_t weight,
+                                          std::uint32_t* __restrict sums, std::size_t count) {
+    for (std::size_t b = 0; b < count; ++b) {
+        sums[b] += weight * row[b];
+    }
+}
+
+TAMRICK_VECTOR_CLONES void FinishRow(const std::uint32_t* __restrict sums, std::uint8_t* __restrict row,
+                                     std::size_t count) {
+    for (std::size_t b = 0; b < count; ++b) {
+        row[b] = ResampleKernel::Finish(sums[b]);
+    }
+}
+
+} // namespace
 
 int RescalePicture(const CDibImage& source, CDibImage& target) {
     const int sourceHeight = source.Height();
@@ -36,16 +55,10 @@ int RescalePicture(const CDibImage& source, CDibImage& target) {
         const std::int32_t* weights = columns.Weights(j);
         for (int k = 0; k < columns.Count(j); ++k) {
             const int y = columns.First(j) + k;
-            const std::uint8_t* row = mid + static_cast<std::size_t>(sourceHeight - 1 - y) * targetRowBytes;
-            const auto w = static_cast<std::uint32_t>(weights[k]);
-            for (std::size_t b = 0; b < pixelBytes; ++b) {
-                sums[b] += w * row[b];
-            }
+            AddWeightedRow(mid + static_cast<std::size_t>(sourceHeight - 1 - y) * targetRowBytes,
+                           static_cast<std::uint32_t>(weights[k]), sums, pixelBytes);
         }
-        std::uint8_t* out = dst + static_cast<std::size_t>(targetHeight - 1 - j) * targetRowBytes;
-        for (std::size_t b = 0; b < pixelBytes; ++b) {
-            out[b] = columns.Finish(sums[b]);
-        }
+        FinishRow(sums, dst + static_cast<std::size_t>(targetHeight - 1 - j) * targetRowBytes, pixelBytes);
     });
 }
 

@@ -27,8 +27,9 @@ int ResampleKernel::Init(int sourceLength, int targetLength) {
 }
 
 // Target sample i covers [i x S, (i + 1) x S) in units where source sample k
-// covers [k x T, (k + 1) x T); each source sample weighs its overlap, and the
-// overlaps add up to S.
+// covers [k x T, (k + 1) x T); each source sample weighs its overlap (the
+// overlaps add up to S), scaled to 1/65536 with the rounding remainder given
+// to the largest weight.
 void ResampleKernel::InitArea(int sourceLength, int targetLength) {
     auto* taps = reinterpret_cast<Tap*>(m_taps.data());
     auto* weights = reinterpret_cast<std::int32_t*>(m_weights.data());
@@ -41,14 +42,16 @@ void ResampleKernel::InitArea(int sourceLength, int targetLength) {
         const auto first = static_cast<std::int32_t>(begin / t);
         const auto last = static_cast<std::int32_t>((end - 1) / t);
         taps[i] = {first, last - first + 1, offset};
-        for (std::int64_t k = first; k <= last; ++k) {
-            weights[offset++] =
-                static_cast<std::int32_t>(std::min((k + 1) * t, end) - std::max(k * t, begin));
+        std::int32_t total = 0;
+        std::int32_t largest = offset;
+        for (std::int64_t k = first; k <= last; ++k, ++offset) {
+            const std::int64_t overlap = std::min((k + 1) * t, end) - std::max(k * t, begin);
+            weights[offset] = static_cast<std::int32_t>(overlap * kOne / s);
+            total += weights[offset];
+            largest = weights[offset] > weights[largest] ? offset : largest;
         }
+        weights[largest] += static_cast<std::int32_t>(kOne) - total;
     }
-    m_half = static_cast<std::uint32_t>(sourceLength / 2);
-    m_reciprocal = ((std::uint64_t{1} << 40) + static_cast<std::uint64_t>(sourceLength) - 1) /
-                   static_cast<std::uint64_t>(sourceLength);
 }
 
 // Target sample i sits at source position (i + 0.5) x S / T - 0.5, kept in
@@ -64,11 +67,9 @@ void ResampleKernel::InitBilinear(int sourceLength, int targetLength) {
         const auto fraction = static_cast<std::int32_t>(position & 255);
         const auto offset = static_cast<std::int32_t>(2 * i);
         taps[i] = {first, first + 1 < sourceLength ? 2 : 1, offset};
-        weights[offset] = 256 - fraction;
-        weights[offset + 1] = fraction;
+        weights[offset] = (256 - fraction) * 256;
+        weights[offset + 1] = fraction * 256;
     }
-    m_half = 128;
-    m_reciprocal = std::uint64_t{1} << 32;
 }
 
 void RowResampler::Resample(const std::uint8_t* sourceRow, std::uint8_t* targetRow) const {

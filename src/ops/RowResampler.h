@@ -9,7 +9,9 @@ namespace ops {
 // Maps a line of `sourceLength` samples onto `targetLength` samples: area
 // averaging when the line shrinks (or keeps its length, which copies it), and
 // bilinear interpolation between the two nearest samples when it grows.
-// Integer weights; every output is the weighted sum rounded to nearest.
+// Integer weights in 1/65536 that add up to exactly 65536 for every target
+// sample (so a constant line stays constant); every output is the weighted sum
+// rounded to nearest.
 class ResampleKernel {
 public:
     // 0 when the tables cannot be had.
@@ -17,13 +19,14 @@ public:
 
     int TargetLength() const { return m_targetLength; }
     // Taps of target sample i: `Count(i)` source samples from `First(i)` with
-    // the weights at `Weights(i)`; the weights of a sample add up to Divisor().
+    // the weights at `Weights(i)`, which add up to kOne.
     int First(int i) const { return Taps()[i].first; }
     int Count(int i) const { return Taps()[i].count; }
     const std::int32_t* Weights(int i) const { return WeightTable() + Taps()[i].weightOffset; }
+    static constexpr std::uint32_t kOne = 65536;
     // The weighted sum of a target sample turned into its value (rounded).
-    std::uint8_t Finish(std::uint32_t sum) const {
-        return static_cast<std::uint8_t>(((sum + m_half) * m_reciprocal) >> 40);
+    static std::uint8_t Finish(std::uint32_t sum) {
+        return static_cast<std::uint8_t>((sum + kOne / 2) >> 16);
     }
 
 private:
@@ -42,8 +45,6 @@ private:
     platform::HeapBlock m_taps;
     platform::HeapBlock m_weights;
     int m_targetLength = 0;
-    std::uint32_t m_half = 0;
-    std::uint64_t m_reciprocal = 0; // ceil(2^40 / divisor): exact division for sums of bytes
 };
 
 // Resamples one row of 24-bit pixels to another width: a source row in, a

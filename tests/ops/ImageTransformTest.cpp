@@ -1,4 +1,5 @@
 #include "ops/CImageTransform.h"
+#include "ops/ImageRescaler.h"
 #include "ops/OpsTestImages.h"
 #include "ops/RowResampler.h"
 
@@ -135,6 +136,16 @@ TEST(RowResampler, AveragesAreasWhenShrinkingAndInterpolatesWhenGrowing) {
     EXPECT_EQ(Resampled({0, 90, 180}, 2), (std::vector<int>{30, 150})); // 2/3 and 1/3 of the middle
     EXPECT_EQ(Resampled({0, 100}, 4), (std::vector<int>{0, 25, 75, 100}));
     EXPECT_EQ(Resampled({77}, 5), (std::vector<int>{77, 77, 77, 77, 77}));
+    EXPECT_EQ(Resampled({200, 200, 200, 200, 200, 200, 200}, 3), (std::vector<int>{200, 200, 200}));
+}
+
+TEST(RowResampler, APictureKeepsAFlatColourWhateverItsNewSize) {
+    auto flat = SolidImage(7, 5, MakeColorWord(9, 130, 251));
+    for (const auto& [width, height] : {std::pair{3, 11}, std::pair{13, 2}, std::pair{7, 5}}) {
+        auto target = MakeImage(width, height);
+        ASSERT_EQ(ops::RescalePicture(*flat, *target), 1);
+        EXPECT_TRUE(SamePixels(*target, *SolidImage(width, height, MakeColorWord(9, 130, 251))));
+    }
 }
 
 } // namespace
