@@ -6,6 +6,7 @@
 #include "image/DibHelpers.h"
 
 #include <QImage>
+#include <QImageIOHandler>
 #include <QImageReader>
 
 namespace {
@@ -18,10 +19,23 @@ QImage Decode(const std::string& path) {
     QImageReader reader(QString::fromStdString(path));
     reader.setAutoTransform(false);
     const QSize size = reader.size();
-    if (size.isValid() && (size.width() > kLargestSide || size.height() > kLargestSide)) {
-        reader.setScaledSize(size.scaled(kLargestSide, kLargestSide, Qt::KeepAspectRatio));
+    // A header that declares an empty picture (a GIF screen of width 0, say)
+    // is broken; decoding it anyway can mean building a huge empty image.
+    if (!size.isValid() && reader.supportsOption(QImageIOHandler::Size)) {
+        return QImage();
     }
-    return reader.read();
+    QSize expected = size;
+    if (size.isValid() && (size.width() > kLargestSide || size.height() > kLargestSide)) {
+        expected = size.scaled(kLargestSide, kLargestSide, Qt::KeepAspectRatio);
+        reader.setScaledSize(expected);
+    }
+    QImage image = reader.read();
+    // A picture larger than its header said (a GIF whose screen is wider
+    // than its image, say) is refused rather than kept at an unchecked size.
+    if (expected.isValid() && image.size() != expected) {
+        return QImage();
+    }
+    return image;
 }
 
 // Premultiplied pixels laid over white: each channel plus what the alpha leaves.

@@ -80,8 +80,16 @@ TEST(PictureFiles, UnreadableFilesFailWithoutAPicture) {
     WriteBytes(dir.Path("png.png"),
                {0x89, 'P', 'N', 'G', 13, 10, 26, 10, 0, 0, 0, 13, 'I', 'H', 'D', 'R', 0xFF});
     WriteBytes(dir.Path("text.txt"), {'h', 'e', 'l', 'l', 'o'});
+    // Found by the loader fuzzer: a GIF whose screen is 63748 pixels wide but
+    // whose image is 2189 x 2048; Qt decodes it at the screen's width.
+    WriteBytes(dir.Path("wide.gif"),
+               {0x47, 0x49, 0x46, 0x38, 0x39, 0x61, 0x04, 0xf9, 0x00, 0x00, 0x00, 0x00, 0x00, 0x2c,
+                0x00, 0x00, 0x00, 0x00, 0x8d, 0x08, 0x00, 0x08, 0x00, 0x08, 0x00, 0x08, 0x42, 0xf2,
+                0xff, 0xb6, 0x00, 0x20, 0x00, 0x24, 0x00, 0x00, 0x70, 0x62, 0x6d, 0x6d, 0x6d, 0x00,
+                0x92, 0x49, 0x00, 0x08, 0x00, 0x00, 0x03, 0x62, 0x97, 0x02, 0x00, 0x3b});
     ::mkdir(dir.Path("folder.png").c_str(), 0700);
-    for (const char* name : {"empty.png", "noise.gif", "png.png", "text.txt", "folder.png", "absent.png"}) {
+    for (const char* name :
+         {"empty.png", "noise.gif", "png.png", "text.txt", "folder.png", "absent.png", "wide.gif"}) {
         std::unique_ptr<CDibImage> picture;
         EXPECT_EQ(Load(dir.Path(name), picture), kFileFailed) << name;
         EXPECT_FALSE(picture) << name;
