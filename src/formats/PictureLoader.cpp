@@ -2,6 +2,7 @@
 
 #include "formats/BmpLoader.h"
 #include "formats/FileResult.h"
+#include "formats/GifStructure.h"
 #include "formats/ImageFileType.h"
 #include "formats/InputFile.h"
 #include "formats/JpegLoader.h"
@@ -18,15 +19,25 @@ int LoadOther(const std::string& path, const LoadLimitSize&, CDibImage& picture,
     return LoadWithPlatformDecoder(path, picture, fileWidth, fileHeight);
 }
 
+// GIF is decoded by the platform decoder too, but only once the file is
+// known to hold its whole first image.
+int LoadGif(const std::string& path, const LoadLimitSize& limits, CDibImage& picture, int& fileWidth,
+            int& fileHeight) {
+    if (!GifFirstImageIsComplete(path)) {
+        return kFileFailed;
+    }
+    return LoadOther(path, limits, picture, fileWidth, fileHeight);
+}
+
 struct LoaderEntry {
     ImageFileType type;
     Loader load;
 };
 
-// GIF has no reader of its own: it goes to the platform decoder like every
-// type not listed.
+// Every type not listed goes to the platform decoder.
 constexpr LoaderEntry kLoaders[] = {
     {kFileTypeBmp, LoadBmpPicture},
+    {kFileTypeGif, LoadGif},
     {kFileTypeJpeg, LoadJpegPicture},
 };
 

@@ -138,6 +138,40 @@ TEST(GifWriter, FlatAndNoisyPicturesDecodeToTheSameIndices) {
     }
 }
 
+TEST(GifReading, CutShortFilesAreRefusedAndExtensionsSkipped) {
+    TempFolder dir;
+    std::mt19937 random(11);
+    auto noisy = MakeIndexed(64, 48, [&random](int, int) { return static_cast<int>(random() & 0xFF); });
+    ASSERT_EQ(WriteIndexed(*noisy, dir.Path("whole.gif")), kFileOk);
+    const auto whole = ReadBytes(dir.Path("whole.gif"));
+    const LoadLimitSize limits{1920, 2560};
+    struct Case {
+        std::size_t keep;
+        int expected;
+    };
+    // Qt alone would show the first two as pictures with a blank lower part.
+    const Case cases[] = {{whole.size() * 3 / 5, kFileFailed},
+                          {whole.size() - 2, kFileFailed}, // no block terminator
+                          {kHeaderBytes - 5, kFileFailed},
+                          {whole.size() - 1, kFileOk}}; // only the trailer missing
+    for (const Case& c : cases) {
+        WriteBytes(dir.Path("cut.gif"),
+                   std::vector<std::uint8_t>(whole.begin(), whole.begin() + static_cast<long>(c.keep)));
+        std::unique_ptr<CDibImage> picture;
+        EXPECT_EQ(LoadPicture(dir.Path("cut.gif"), limits, picture), c.expected) << c.keep;
+    }
+
+    // A GIF89a with a graphic control extension ahead of the image.
+    std::vector<std::uint8_t> extended(whole.begin(), whole.begin() + 13 + 768);
+    extended[4] = '9';
+    extended.insert(extended.end(), {0x21, 0xF9, 0x04, 0x00, 0x00, 0x00, 0x00, 0x00});
+    extended.insert(extended.end(), whole.begin() + 13 + 768, whole.end());
+    WriteBytes(dir.Path("extended.gif"), extended);
+    std::unique_ptr<CDibImage> picture;
+    ASSERT_EQ(LoadPicture(dir.Path("extended.gif"), limits, picture), kFileOk);
+    EXPECT_EQ(picture->Width(), 64);
+}
+
 TEST(GifWriter, RefusesWhatIsNotAnEightBitDib) {
     TempFolder dir;
     auto picture = MakeImage(4, 4);
