@@ -83,6 +83,14 @@ TEST(Jpeg, RoundTripsThroughIndependentCodecs) {
     auto theirs = Load(dir.Path("cjpeg.bmp"));
     ASSERT_TRUE(ours && theirs);
     EXPECT_TRUE(SamePixels(*ours, *theirs));
+
+    // A greyscale JPEG comes in as grey 24-bit pixels.
+    ASSERT_EQ(RunQuiet("cjpeg -grayscale -outfile " + dir.Path("grey.jpg") + " " + dir.Path("djpeg.bmp")), 0);
+    auto grey = Load(dir.Path("grey.jpg"));
+    ASSERT_TRUE(grey);
+    const ColorWord pixel = grey->GetPixel(40, 30);
+    EXPECT_EQ(RedOf(pixel), GreenOf(pixel));
+    EXPECT_EQ(GreenOf(pixel), BlueOf(pixel));
 }
 
 TEST(Jpeg, LargeFilesDecodeAtTheLargestScaleThatFitsTheLimits) {

@@ -6,6 +6,8 @@
 #include "formats/PictureSaver.h"
 #include "formats/SafeFileWriter.h"
 #include "image/CDibImage.h"
+#include "platform/HeapBlock.h"
+#include "platform/Settings.h"
 #include "support/ImageFixtures.h"
 
 #include <QImage>
@@ -183,6 +185,42 @@ TEST(SafeSaving, AFullDiskAndAReadOnlyFolderKeepTheOldFile) {
     ASSERT_TRUE(readOnly.MakeReadOnly());
     auto small = MakeImage(2, 2);
     ExpectEverySaveFailsSafely(dir, "ro/old", *small);
+}
+
+} // namespace
+
+namespace {
+
+TEST(LoadLimitsTest, TrialAllocationHalvesDownToTheFloor) {
+    struct Case {
+        int failures;
+        int width;
+        int height;
+    };
+    // 1920 x 2560, 960 x 1280, 480 x 640, 240 x 320, then the floor.
+    const Case cases[] = {{0, 1920, 2560}, {2, 480, 640}, {3, 240, 320}, {4, 240, 320}, {50, 240, 320}};
+    for (const Case& c : cases) {
+        platform::HeapBlock::FailNextAllocations(c.failures);
+        const LoadLimitSize limits = LoadLimits::Compute(1920, 2560);
+        platform::HeapBlock::FailNextAllocations(0);
+        EXPECT_EQ(limits.width, c.width) << c.failures;
+        EXPECT_EQ(limits.height, c.height) << c.failures;
+    }
+}
+
+TEST(LoadLimitsTest, UsersMayRaiseTheStartButNotLowerIt) {
+    auto start = LoadLimits::StartFromSettings();
+    EXPECT_EQ(start.width, 1920);
+    EXPECT_EQ(start.height, 2560);
+    platform::Settings::WriteInt("MainSection", "MaxLoadWidth", 8000);
+    platform::Settings::WriteInt("MainSection", "MaxLoadHeight", 90000);
+    start = LoadLimits::StartFromSettings();
+    EXPECT_EQ(start.width, 8000);
+    EXPECT_EQ(start.height, 30000);
+    platform::Settings::WriteInt("MainSection", "MaxLoadWidth", 100);
+    EXPECT_EQ(LoadLimits::StartFromSettings().width, 1920);
+    platform::Settings::WriteInt("MainSection", "MaxLoadWidth", 1920);
+    platform::Settings::WriteInt("MainSection", "MaxLoadHeight", 2560);
 }
 
 } // namespace
