@@ -1,9 +1,9 @@
 #include "ops/ImageRescaler.h"
 
+#include "formats/RowResampler.h"
 #include "image/CDibImage.h"
 #include "ops/FilterMath.h"
 #include "ops/RowPasses.h"
-#include "ops/RowResampler.h"
 
 #include <cstring>
 
@@ -18,13 +18,6 @@ TAMRICK_VECTOR_CLONES void AddWeightedRow(const std::uint8_t* __restrict row, st
     }
 }
 
-TAMRICK_VECTOR_CLONES void FinishRow(const std::uint32_t* __restrict sums, std::uint8_t* __restrict row,
-                                     std::size_t count) {
-    for (std::size_t b = 0; b < count; ++b) {
-        row[b] = ResampleKernel::Finish(sums[b]);
-    }
-}
-
 } // namespace
 
 int RescalePicture(const CDibImage& source, CDibImage& target) {
@@ -32,11 +25,11 @@ int RescalePicture(const CDibImage& source, CDibImage& target) {
     const int targetWidth = target.Width();
     const int targetHeight = target.Height();
     const std::uint32_t targetRowBytes = target.RowBytes();
-    RowResampler rows;
-    ResampleKernel columns;
+    RowResampler rows(source.Width(), targetWidth);
+    ResampleKernel columns(sourceHeight, targetHeight);
     platform::HeapBlock between =
         platform::HeapBlock::Allocate(static_cast<std::size_t>(targetRowBytes) * sourceHeight);
-    if (!between || !rows.Init(source.Width(), targetWidth) || !columns.Init(sourceHeight, targetHeight)) {
+    if (!between || !rows.IsValid() || !columns.IsValid()) {
         return 0;
     }
     // Rows first, into stored order (bottom row first) of the source height.
@@ -58,7 +51,8 @@ int RescalePicture(const CDibImage& source, CDibImage& target) {
             AddWeightedRow(mid + static_cast<std::size_t>(sourceHeight - 1 - y) * targetRowBytes,
                            static_cast<std::uint32_t>(weights[k]), sums, pixelBytes);
         }
-        FinishRow(sums, dst + static_cast<std::size_t>(targetHeight - 1 - j) * targetRowBytes, pixelBytes);
+        columns.FinishAll(sums, dst + static_cast<std::size_t>(targetHeight - 1 - j) * targetRowBytes,
+                          pixelBytes);
     });
 }
 

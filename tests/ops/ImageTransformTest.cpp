@@ -1,7 +1,7 @@
+#include "formats/RowResampler.h"
 #include "ops/CImageTransform.h"
 #include "ops/ImageRescaler.h"
 #include "ops/OpsTestImages.h"
-#include "ops/RowResampler.h"
 
 #include <gtest/gtest.h>
 
@@ -119,8 +119,8 @@ std::vector<int> Resampled(const std::vector<int>& levels, int targetWidth) {
         in.insert(in.end(), {static_cast<std::uint8_t>(level), 0, 255});
     }
     std::vector<std::uint8_t> out(3 * targetWidth);
-    ops::RowResampler resampler;
-    EXPECT_EQ(resampler.Init(static_cast<int>(levels.size()), targetWidth), 1);
+    RowResampler resampler(static_cast<int>(levels.size()), targetWidth);
+    EXPECT_TRUE(resampler.IsValid());
     resampler.Resample(in.data(), out.data());
     std::vector<int> result;
     for (int i = 0; i < targetWidth; ++i) {
