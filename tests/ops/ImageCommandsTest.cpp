@@ -89,6 +89,27 @@ TEST_F(ImageCommandsTest, QuarterTurnSwapsTheMaskAndUndoRestoresIt) {
     EXPECT_TRUE(doc.GetFloatMask()->GetBit(1, 0));
 }
 
+// A floating selection turned by an angle keeps its position; its mask turns
+// with it, and the corners no source pixel falls on are not selected.
+TEST_F(ImageCommandsTest, AngledRotationOfAFloatingSelection) {
+    FloatRectangle(4, 2, 13, 7);
+    auto floating = DuplicateImage(doc.GetFloatImage());
+    ctx.background = MakeColorWord(1, 2, 3);
+    ASSERT_EQ(RunRotate(ctx, 45, true), 1);
+    EXPECT_EQ(undo.Kind(), 10);
+    EXPECT_EQ(doc.FloatX(), 4);
+    const CDibImage& mask = *doc.GetFloatMask();
+    EXPECT_EQ(mask.Width(), doc.GetFloatImage()->Width());
+    EXPECT_EQ(mask.Width(), 12); // ceil(10 x 0.707 + 6 x 0.707)
+    EXPECT_FALSE(mask.GetBit(0, 0));
+    EXPECT_EQ(doc.GetFloatImage()->GetPixel(0, 0), MakeColorWord(1, 2, 3));
+    EXPECT_TRUE(mask.GetBit(mask.Width() / 2, mask.Height() / 2));
+    EXPECT_TRUE(SamePixels(*doc.GetPicture(), *original));
+    ASSERT_TRUE(undo.Undo(doc));
+    EXPECT_TRUE(SamePixels(*doc.GetFloatImage(), *floating));
+    EXPECT_EQ(doc.GetFloatMask()->Width(), 10);
+}
+
 TEST_F(ImageCommandsTest, AResultThatCannotBeMadeChangesNothing) {
     platform::HeapBlock::FailNextAllocations(3);
     EXPECT_EQ(RunImageCommand(ctx, kBlurSmall), 0);
