@@ -2,6 +2,7 @@
 
 #include "ops/FilterMath.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace ops {
@@ -30,13 +31,34 @@ TAMRICK_VECTOR_CLONES void GrayRow(const std::uint8_t* __restrict in, std::uint8
     }
 }
 
+// x / 127 for 0 <= x <= 127 x 255.
+constexpr int DivideBy127(int x) {
+    return (x * 33027) >> 22;
+}
+constexpr bool DivideBy127IsExact() {
+    for (int x = 0; x <= 127 * 255; ++x) {
+        if (DivideBy127(x) != x / 127) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(DivideBy127IsExact());
+
+// c + (255 - c) x (L - 128) / 127 from 128 up, else c - (127 - L) x c / 127.
+inline int Level(int c, int lum) {
+    const int up = c + DivideBy127((255 - c) * std::max(lum - 128, 0));
+    const int down = c - DivideBy127(std::max(127 - lum, 0) * c);
+    return lum >= 128 ? up : down;
+}
+
 TAMRICK_VECTOR_CLONES void LevelRow(const std::uint8_t* __restrict in, std::uint8_t* __restrict out,
-                                    int width, const std::uint8_t* __restrict levels) {
+                                    int width, int blue, int green, int red) {
     for (int x = 0; x < width; ++x) {
-        const std::uint8_t* level = levels + 3 * FastLuminance(in[3 * x], in[3 * x + 1], in[3 * x + 2]);
-        out[3 * x] = level[0];
-        out[3 * x + 1] = level[1];
-        out[3 * x + 2] = level[2];
+        const auto lum = static_cast<int>(FastLuminance(in[3 * x], in[3 * x + 1], in[3 * x + 2]));
+        out[3 * x] = static_cast<std::uint8_t>(Level(blue, lum));
+        out[3 * x + 1] = static_cast<std::uint8_t>(Level(green, lum));
+        out[3 * x + 2] = static_cast<std::uint8_t>(Level(red, lum));
     }
 }
 

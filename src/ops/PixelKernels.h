@@ -9,9 +9,10 @@ namespace ops {
 
 void InvertBytes(const std::uint8_t* __restrict in, std::uint8_t* __restrict out, std::size_t count);
 void GrayRow(const std::uint8_t* __restrict in, std::uint8_t* __restrict out, int width);
-// Each pixel becomes the three bytes levels[3 x luminance .. +2].
-void LevelRow(const std::uint8_t* __restrict in, std::uint8_t* __restrict out, int width,
-              const std::uint8_t* __restrict levels);
+// Each pixel becomes the level colour (blue, green, red) scaled by its
+// luminance L: toward white above 128, toward black below 127.
+void LevelRow(const std::uint8_t* __restrict in, std::uint8_t* __restrict out, int width, int blue, int green,
+              int red);
 void TableRow(const std::uint8_t* __restrict in, std::uint8_t* __restrict out, int width,
               const std::uint8_t* __restrict blue, const std::uint8_t* __restrict green,
               const std::uint8_t* __restrict red);
