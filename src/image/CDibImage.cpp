@@ -1,6 +1,5 @@
 #include "image/CDibImage.h"
 
-#include "image/BitSpan.h"
 #include "image/DibHelpers.h"
 #include "platform/ScreenMetrics.h"
 
