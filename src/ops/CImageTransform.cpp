@@ -40,6 +40,18 @@ void CopyColumnToRow(const std::uint8_t* in, std::ptrdiff_t step, std::uint8_t* 
     }
 }
 
+// The same for four neighbouring columns (`next` bytes apart) into four rows.
+void CopyColumnsToRows(const std::uint8_t* in, std::ptrdiff_t step, std::ptrdiff_t next,
+                       std::uint8_t* __restrict out0, std::uint8_t* __restrict out1,
+                       std::uint8_t* __restrict out2, std::uint8_t* __restrict out3, int count) {
+    for (int k = 0; k < count; ++k, in += step) {
+        std::memcpy(out0 + 3 * k, in, 3);
+        std::memcpy(out1 + 3 * k, in + next, 3);
+        std::memcpy(out2 + 3 * k, in + 2 * next, 3);
+        std::memcpy(out3 + 3 * k, in + 3 * next, 3);
+    }
+}
+
 } // namespace
 
 void CImageTransform::SetTarget(CDibImage* target) {
@@ -128,12 +140,22 @@ template <class SourcePosition> int CImageTransform::QuarterTurn(const SourcePos
         const int r1 = std::min(r0 + kTile, height);
         for (int i0 = 0; i0 < width; i0 += kTile) {
             const int count = std::min(kTile, width - i0);
-            for (int r = r0; r < r1; ++r) {
-                const int x = x0 + columnStep * r;
-                const int firstStored = srcHeight - 1 - y0;
-                const std::uint8_t* in = src + (firstStored * srcRowBytes + i0 * storedStep) + 3 * x;
-                CopyColumnToRow(in, storedStep,
-                                dst + static_cast<std::size_t>(height - 1 - r) * rowBytes + 3 * i0, count);
+            const int firstStored = srcHeight - 1 - y0;
+            const auto columnStart = [&](int r) {
+                return src + (firstStored * srcRowBytes + i0 * storedStep) + 3 * (x0 + columnStep * r);
+            };
+            const auto rowStart = [&](int r) {
+                return dst + static_cast<std::size_t>(height - 1 - r) * rowBytes + 3 * i0;
+            };
+            int r = r0;
+            // Four target rows at a time read four neighbouring pixels of each
+            // source row together.
+            for (; r + 4 <= r1; r += 4) {
+                CopyColumnsToRows(columnStart(r), storedStep, 3 * columnStep, rowStart(r), rowStart(r + 1),
+                                  rowStart(r + 2), rowStart(r + 3), count);
+            }
+            for (; r < r1; ++r) {
+                CopyColumnToRow(columnStart(r), storedStep, rowStart(r), count);
             }
         }
     });
