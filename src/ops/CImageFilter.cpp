@@ -92,17 +92,29 @@ int CImageFilter::ColorLevel(int code, ColorWord foreground, ColorWord backgroun
     if (!Ready()) {
         return 1;
     }
+    // The result depends only on the luminance, so it is tabled once per
+    // level: blue, green, red in the low three bytes (memory order).
+    std::uint32_t colors[256];
+    const int channels[3] = {m_colorA[2], m_colorA[1], m_colorA[0]}; // blue, green, red
+    for (int lum = 0; lum < 256; ++lum) {
+        std::uint8_t bytes[4] = {0, 0, 0, 0};
+        for (int k = 0; k < 3; ++k) {
+            const int c = channels[k];
+            const int out = lum >= 128 ? c + (255 - c) * (lum - 128) / 127 : c - (127 - lum) * c / 127;
+            bytes[k] = static_cast<std::uint8_t>(out);
+        }
+        std::memcpy(&colors[lum], bytes, 4);
+    }
     const std::uint8_t* src = m_src->Bits();
     std::uint8_t* dst = m_dst->MutableBits();
     const std::uint32_t rowBytes = m_rowBytes;
     const int width = m_width;
-    const int blue = m_colorA[2];
-    const int green = m_colorA[1];
-    const int red = m_colorA[0];
-    return ForEachStoredRow(m_height, 0, [=](int y, std::uint8_t*) {
-        const std::size_t offset = static_cast<std::size_t>(y) * rowBytes;
-        ops::LevelRow(src + offset, dst + offset, width, blue, green, red);
-    });
+    return ForEachStoredRow(m_height, static_cast<std::size_t>(width),
+                            [=, &colors](int y, std::uint8_t* work) {
+                                const std::size_t offset = static_cast<std::size_t>(y) * rowBytes;
+                                ops::LuminanceRow(src + offset, work, width);
+                                ops::LevelRow(work, dst + offset, width, colors);
+                            });
 }
 
 int CImageFilter::ColorTone(int code) {

@@ -31,34 +31,21 @@ TAMRICK_VECTOR_CLONES void GrayRow(const std::uint8_t* __restrict in, std::uint8
     }
 }
 
-// x / 127 for 0 <= x <= 127 x 255.
-constexpr int DivideBy127(int x) {
-    return (x * 33027) >> 22;
-}
-constexpr bool DivideBy127IsExact() {
-    for (int x = 0; x <= 127 * 255; ++x) {
-        if (DivideBy127(x) != x / 127) {
-            return false;
-        }
-    }
-    return true;
-}
-static_assert(DivideBy127IsExact());
-
-// c + (255 - c) x (L - 128) / 127 from 128 up, else c - (127 - L) x c / 127.
-inline int Level(int c, int lum) {
-    const int up = c + DivideBy127((255 - c) * std::max(lum - 128, 0));
-    const int down = c - DivideBy127(std::max(127 - lum, 0) * c);
-    return lum >= 128 ? up : down;
-}
-
-TAMRICK_VECTOR_CLONES void LevelRow(const std::uint8_t* __restrict in, std::uint8_t* __restrict out,
-                                    int width, int blue, int green, int red) {
+TAMRICK_VECTOR_CLONES void LuminanceRow(const std::uint8_t* __restrict in, std::uint8_t* __restrict levels,
+                                        int width) {
     for (int x = 0; x < width; ++x) {
-        const auto lum = static_cast<int>(FastLuminance(in[3 * x], in[3 * x + 1], in[3 * x + 2]));
-        out[3 * x] = static_cast<std::uint8_t>(Level(blue, lum));
-        out[3 * x + 1] = static_cast<std::uint8_t>(Level(green, lum));
-        out[3 * x + 2] = static_cast<std::uint8_t>(Level(red, lum));
+        levels[x] = static_cast<std::uint8_t>(FastLuminance(in[3 * x], in[3 * x + 1], in[3 * x + 2]));
+    }
+}
+
+void LevelRow(const std::uint8_t* __restrict luminance, std::uint8_t* __restrict out, int width,
+              const std::uint32_t* __restrict colors) {
+    // Four bytes at a time; the fourth is overwritten by the next pixel.
+    for (int x = 0; x + 1 < width; ++x) {
+        std::memcpy(out + 3 * x, &colors[luminance[x]], 4);
+    }
+    if (width > 0) {
+        std::memcpy(out + 3 * (width - 1), &colors[luminance[width - 1]], 3);
     }
 }
 

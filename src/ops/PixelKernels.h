@@ -9,10 +9,12 @@ namespace ops {
 
 void InvertBytes(const std::uint8_t* __restrict in, std::uint8_t* __restrict out, std::size_t count);
 void GrayRow(const std::uint8_t* __restrict in, std::uint8_t* __restrict out, int width);
-// Each pixel becomes the level colour (blue, green, red) scaled by its
-// luminance L: toward white above 128, toward black below 127.
-void LevelRow(const std::uint8_t* __restrict in, std::uint8_t* __restrict out, int width, int blue, int green,
-              int red);
+// The luminance of every pixel of a row, one byte each.
+void LuminanceRow(const std::uint8_t* __restrict in, std::uint8_t* __restrict levels, int width);
+// Each pixel becomes the first three bytes (blue, green, red) of
+// colors[its luminance].
+void LevelRow(const std::uint8_t* __restrict luminance, std::uint8_t* __restrict out, int width,
+              const std::uint32_t* __restrict colors);
 void TableRow(const std::uint8_t* __restrict in, std::uint8_t* __restrict out, int width,
               const std::uint8_t* __restrict blue, const std::uint8_t* __restrict green,
               const std::uint8_t* __restrict red);
