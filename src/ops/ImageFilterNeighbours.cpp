@@ -112,7 +112,22 @@ TAMRICK_VECTOR_CLONES void DespeckleValues(const std::int16_t* __restrict sums,
         const int s = sums[j - 3] + sums[j] + sums[j + 3];
         const int v = (((s - c) >> 3) * 3 + c) >> 2;
         smoothed[j] = static_cast<std::uint8_t>(v);
-        far[j] = (v - c >= threshold || c - v >= threshold) ? 1 : 0;
+        far[j] = static_cast<std::uint8_t>((v - c >= threshold) | (c - v >= threshold));
+    }
+}
+
+// Per pixel: all three smoothed bytes when any of them lies far from its
+// centre, else the source pixel.
+TAMRICK_VECTOR_CLONES void ChooseDespeckled(const std::uint8_t* __restrict cur,
+                                            const std::uint8_t* __restrict smoothed,
+                                            const std::uint8_t* __restrict far, std::uint8_t* __restrict out,
+                                            int width) {
+    for (int x = 0; x < width; ++x) {
+        const auto mask = static_cast<std::uint8_t>(-(far[3 * x] | far[3 * x + 1] | far[3 * x + 2]));
+        for (int c = 0; c < 3; ++c) {
+            out[3 * x + c] =
+                static_cast<std::uint8_t>((smoothed[3 * x + c] & mask) | (cur[3 * x + c] & ~mask));
+        }
     }
 }
 
@@ -175,12 +190,8 @@ int CImageFilter::Despeckle(int threshold) {
                                  std::uint8_t* far = smoothed + rowBytes;
                                  ops::SumThreeRows(prev, cur, next, sums, pixelBytes);
                                  DespeckleValues(sums, cur, smoothed, far, pixelBytes, threshold);
-                                 std::memcpy(out, cur, rowBytes);
-                                 for (int j = 0; j < pixelBytes; j += 3) {
-                                     if (far[j] | far[j + 1] | far[j + 2]) {
-                                         std::memcpy(out + j, smoothed + j, 3);
-                                     }
-                                 }
+                                 ChooseDespeckled(cur, smoothed, far, out, pixelBytes / 3);
+                                 std::memcpy(out + pixelBytes, cur + pixelBytes, rowBytes - pixelBytes);
                              });
 }
 
@@ -232,11 +243,13 @@ int CImageFilter::Emboss(int direction, int depth, ColorWord foreground) {
                                        {0, -1, 2, 1}, {0, 0, 2, 0}, {0, 1, 2, -1}, {1, -1, 1, 1}};
     const Pick pick = kPicks[direction & 7];
     // The output depends only on D, so it is tabled for D = -255..255.
-    std::uint8_t table[511][3];
+    // Blue, green, red in the low three bytes (memory order).
+    std::uint32_t table[511];
     for (int d = -255; d <= 255; ++d) {
-        table[d + 255][0] = static_cast<std::uint8_t>(Clamp255(m_colorA[2] + d * depth));
-        table[d + 255][1] = static_cast<std::uint8_t>(Clamp255(m_colorA[1] + d * depth));
-        table[d + 255][2] = static_cast<std::uint8_t>(Clamp255(m_colorA[0] + d * depth));
+        const std::uint8_t bytes[4] = {static_cast<std::uint8_t>(Clamp255(m_colorA[2] + d * depth)),
+                                       static_cast<std::uint8_t>(Clamp255(m_colorA[1] + d * depth)),
+                                       static_cast<std::uint8_t>(Clamp255(m_colorA[0] + d * depth)), 0};
+        std::memcpy(&table[d + 255], bytes, 4);
     }
     const int pixelBytes = 3 * m_width;
     const std::size_t plane = static_cast<std::size_t>(pixelBytes) + 4;
@@ -250,8 +263,11 @@ int CImageFilter::Emboss(int direction, int depth, ColorWord foreground) {
             EmbossDifferences(rows[pick.rowA], 3 * pick.stepA, rows[pick.rowB], 3 * pick.stepB, differences,
                               pixelBytes);
             StrongestOfThree(differences, strongest, pixelBytes);
-            for (int x = 0; x < pixelBytes; x += 3) {
-                std::memcpy(out + x, table[strongest[x] + 255], 3);
+            // Four bytes at a time; the fourth is overwritten by the next pixel.
+            const int last = pixelBytes - 3;
+            for (int x = 0; x < last; x += 3) {
+                std::memcpy(out + x, &table[strongest[x] + 255], 4);
             }
+            std::memcpy(out + last, &table[strongest[last] + 255], 3);
         });
 }
