@@ -83,14 +83,6 @@ TAMRICK_VECTOR_CLONES void PickEdgeDirection(const std::uint16_t* __restrict a1,
     }
 }
 
-// Copies each pixel's value from its first byte to its other two.
-TAMRICK_VECTOR_CLONES void SpreadOverPixel(std::uint16_t* __restrict values, int pixelBytes) {
-    for (int j = 0; j < pixelBytes; j += 3) {
-        values[j + 1] = values[j];
-        values[j + 2] = values[j];
-    }
-}
-
 // How Find Edge colours a byte; the same for the whole picture.
 struct EdgeColouring {
     int transparency;
@@ -99,16 +91,16 @@ struct EdgeColouring {
     int backgroundBlend; // (100 - t) x the background's blue, plus the rounding half
 };
 
-// The output bytes of one row, from the pixel-wide values (winning direction,
-// edge flag, darkening) spread over each pixel's bytes; `background[j]` is the
-// background colour's byte for j's channel.
+// The output bytes of one row. A byte's pixel-wide values (winning direction,
+// edge flag, darkening) sit at its pixel's first byte, `phase[j]` (j mod 3)
+// bytes back; `background[j]` is the background colour's byte for j's channel.
 TAMRICK_VECTOR_CLONES void
 ColourEdgeBytes(const std::uint8_t* __restrict cur, const std::uint16_t* __restrict a1,
                 const std::uint16_t* __restrict a2, const std::uint16_t* __restrict a3,
                 const std::uint16_t* __restrict a4, const std::uint16_t* __restrict winner,
                 const std::uint16_t* __restrict edge, const std::uint16_t* __restrict darkening,
-                const std::uint16_t* __restrict background, std::uint8_t* __restrict out, int pixelBytes,
-                EdgeColouring how) {
+                const std::uint16_t* __restrict phase, const std::uint16_t* __restrict background,
+                std::uint8_t* __restrict out, int pixelBytes, EdgeColouring how) {
     const int t = how.transparency;
     // The options as all-ones or all-zero masks: choices by masking keep the
     // loop free of branches, so that it vectorises.
@@ -116,9 +108,12 @@ ColourEdgeBytes(const std::uint8_t* __restrict cur, const std::uint16_t* __restr
     const int darkenMask = how.darken ? -1 : 0;
     const int exactMask = t < 1 ? -1 : 0;
     for (int j = 0; j < pixelBytes; ++j) {
-        const int w = winner[j];
-        const int isEdge = edge[j];
-        const int k = darkening[j];
+        // The pixel's values sit at its first byte, phase[j] = j mod 3 back.
+        const int ph = phase[j];
+        const int first = ph == 0, second = ph == 1, third = ph == 2;
+        const int w = winner[j] * first + winner[j - 1] * second + winner[j - 2] * third;
+        const int isEdge = edge[j] * first + edge[j - 1] * second + edge[j - 2] * third;
+        const int k = darkening[j] * first + darkening[j - 1] * second + darkening[j - 2] * third;
         const int a = a1[j] * (w == 0) + a2[j] * (w == 1) + a3[j] * (w == 2) + a4[j] * (w == 3);
         const int o = cur[j];
         const int back = background[j];
@@ -149,14 +144,16 @@ int CImageFilter::FindEdge(int keepOriginal, int colorMode, int transparency, Co
     const std::size_t plane = static_cast<std::size_t>(pixelBytes) + 8;
     const std::uint32_t rowBytes = m_rowBytes;
     const EdgeColouring how{t, keepOriginal != 0, colorMode != 0, (100 - t) * backgroundBgr[0] + 50};
-    // The background colour's byte for each byte of a row.
-    platform::HeapBlock pattern =
-        platform::HeapBlock::Allocate(static_cast<std::size_t>(pixelBytes) * sizeof(std::uint16_t));
-    if (!pattern) {
+    // For each byte of a row: its channel, and the background colour's byte.
+    platform::HeapBlock patterns =
+        platform::HeapBlock::Allocate(2 * static_cast<std::size_t>(pixelBytes) * sizeof(std::uint16_t));
+    if (!patterns) {
         return 0;
     }
-    auto* backgroundBytes = reinterpret_cast<std::uint16_t*>(pattern.data());
+    auto* phase = reinterpret_cast<std::uint16_t*>(patterns.data());
+    std::uint16_t* backgroundBytes = phase + pixelBytes;
     for (int j = 0; j < pixelBytes; ++j) {
+        phase[j] = static_cast<std::uint16_t>(j % 3);
         backgroundBytes[j] = static_cast<std::uint16_t>(backgroundBgr[j % 3]);
     }
     return ops::ThreeRowPass(
@@ -172,10 +169,7 @@ int CImageFilter::FindEdge(int keepOriginal, int colorMode, int transparency, Co
             std::uint16_t* darkening = planes + 6 * plane + 2;
             FormEdgeSums(prev, cur, next, pixelBytes, a[0], a[1], a[2], a[3]);
             PickEdgeDirection(a[0], a[1], a[2], a[3], winner, edge, darkening, pixelBytes);
-            SpreadOverPixel(winner, pixelBytes);
-            SpreadOverPixel(edge, pixelBytes);
-            SpreadOverPixel(darkening, pixelBytes);
-            ColourEdgeBytes(cur, a[0], a[1], a[2], a[3], winner, edge, darkening, backgroundBytes, out,
+            ColourEdgeBytes(cur, a[0], a[1], a[2], a[3], winner, edge, darkening, phase, backgroundBytes, out,
                             pixelBytes, how);
         });
 }
