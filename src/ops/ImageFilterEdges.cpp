@@ -83,6 +83,11 @@ TAMRICK_VECTOR_CLONES void PickEdgeDirection(const std::uint16_t* __restrict a1,
     }
 }
 
+// All ones when `on`, else zero.
+inline std::uint16_t MaskOf(bool on) {
+    return static_cast<std::uint16_t>(-static_cast<int>(on));
+}
+
 // How Find Edge colours a byte; the same for the whole picture.
 struct EdgeColouring {
     int transparency;
@@ -101,32 +106,47 @@ ColourEdgeBytes(const std::uint8_t* __restrict cur, const std::uint16_t* __restr
                 const std::uint16_t* __restrict edge, const std::uint16_t* __restrict darkening,
                 const std::uint16_t* __restrict phase, const std::uint16_t* __restrict background,
                 std::uint8_t* __restrict out, int pixelBytes, EdgeColouring how) {
-    const int t = how.transparency;
+    // 16-bit arithmetic throughout (every intermediate fits), so that a
+    // vector holds as many bytes as it can.
+    using U = std::uint16_t;
+    const auto t = static_cast<U>(how.transparency);
+    const auto rest = static_cast<U>(100 - how.transparency);
+    const auto blendBase = static_cast<U>(how.backgroundBlend);
     // The options as all-ones or all-zero masks: choices by masking keep the
     // loop free of branches, so that it vectorises.
-    const int keepMask = how.keepOriginal ? -1 : 0;
-    const int darkenMask = how.darken ? -1 : 0;
-    const int exactMask = t < 1 ? -1 : 0;
+    const U keepMask = how.keepOriginal ? 0xFFFF : 0;
+    const U darkenMask = how.darken ? 0xFFFF : 0;
+    const U exactMask = how.transparency < 1 ? 0xFFFF : 0;
+    // x / 100 for x <= 25550: the high half of x times 41944, shifted by 6.
+    const auto divideBy100 = [](U x) {
+        return static_cast<U>(((static_cast<std::uint32_t>(x) * 41944u) >> 16) >> 6);
+    };
     for (int j = 0; j < pixelBytes; ++j) {
         // The pixel's values sit at its first byte, phase[j] = j mod 3 back.
-        const int ph = phase[j];
-        const int first = ph == 0, second = ph == 1, third = ph == 2;
-        const int w = winner[j] * first + winner[j - 1] * second + winner[j - 2] * third;
-        const int isEdge = edge[j] * first + edge[j - 1] * second + edge[j - 2] * third;
-        const int k = darkening[j] * first + darkening[j - 1] * second + darkening[j - 2] * third;
-        const int a = a1[j] * (w == 0) + a2[j] * (w == 1) + a3[j] * (w == 2) + a4[j] * (w == 3);
-        const int o = cur[j];
-        const int back = background[j];
-        const int base = back + ((o - back) & keepMask);
-        const int darkened = (base * (255 - k) + 127) >> 8;
-        const int line = 255 - std::min<int>(a, 255);
-        const int e = line + ((darkened - line) & darkenMask);
-        const int edgeOut = ops::DivideBy100(o * t + 50 + e * (100 - t));
+        const U ph = phase[j];
+        const U first = MaskOf(ph == 0);
+        const U second = MaskOf(ph == 1);
+        const U third = MaskOf(ph == 2);
+        const auto pick = [&](const std::uint16_t* v) {
+            return static_cast<U>((v[j] & first) | (v[j - 1] & second) | (v[j - 2] & third));
+        };
+        const U w = pick(winner);
+        const U edgeMask = static_cast<U>(-pick(edge));
+        const U k = pick(darkening);
+        const U a = static_cast<U>((a1[j] & MaskOf(w == 0)) | (a2[j] & MaskOf(w == 1)) |
+                                   (a3[j] & MaskOf(w == 2)) | (a4[j] & MaskOf(w == 3)));
+        const U o = cur[j];
+        const U back = background[j];
+        const U base = static_cast<U>((o & keepMask) | (back & ~keepMask));
+        const U darkened = static_cast<U>(static_cast<U>(base * static_cast<U>(255 - k) + 127) >> 8);
+        const U line = static_cast<U>(255 - std::min<U>(a, 255));
+        const U e = static_cast<U>((darkened & darkenMask) | (line & ~darkenMask));
+        const U edgeOut = divideBy100(static_cast<U>(o * t + 50 + e * rest));
         // Blended, the background gives its blue to every channel.
-        const int blend = ops::DivideBy100(how.backgroundBlend + o * t);
-        const int blended = blend + ((back - blend) & exactMask);
-        const int plain = blended + ((o - blended) & keepMask);
-        out[j] = static_cast<std::uint8_t>(plain + ((edgeOut - plain) & -static_cast<int>(isEdge)));
+        const U blend = divideBy100(static_cast<U>(blendBase + o * t));
+        const U blended = static_cast<U>((back & exactMask) | (blend & ~exactMask));
+        const U plain = static_cast<U>((o & keepMask) | (blended & ~keepMask));
+        out[j] = static_cast<std::uint8_t>((edgeOut & edgeMask) | (plain & ~edgeMask));
     }
 }
 
