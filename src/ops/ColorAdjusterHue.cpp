@@ -19,6 +19,30 @@ inline int Quotient(int x, int y) {
     return static_cast<int>(static_cast<float>(x) / static_cast<float>(y));
 }
 
+// Quotients by constants as multiplications, exact over the ranges used
+// (checked below): x / 255 for 0 <= x <= 255 x 255, x / 60 for 0 <= x < 480,
+// and x / 100 truncated toward zero for |x| <= 25550.
+constexpr int DivideBy255(int x) {
+    return (x * 32897) >> 23;
+}
+constexpr int DivideBy60(int x) {
+    return (x * 1093) >> 16;
+}
+constexpr int DivideBy100Signed(int x) {
+    const int sign = x >> 31; // 0 or -1
+    return (ops::DivideBy100((x ^ sign) - sign) ^ sign) - sign;
+}
+constexpr bool ConstantQuotientsAreExact() {
+    for (int x = 0; x <= 255 * 255; ++x) {
+        if (DivideBy255(x) != x / 255 || (x < 480 && DivideBy60(x) != x / 60) ||
+            (x <= 25550 && (DivideBy100Signed(x) != x / 100 || DivideBy100Signed(-x) != -x / 100))) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(ConstantQuotientsAreExact());
+
 TAMRICK_VECTOR_CLONES void SplitChannels(const std::uint8_t* __restrict row, int* __restrict blue,
                                          int* __restrict green, int* __restrict red, int width) {
     for (int x = 0; x < width; ++x) {
@@ -52,7 +76,7 @@ TAMRICK_VECTOR_CLONES void ShiftHueSaturation(int* __restrict blue, int* __restr
         const int delta = v - m + static_cast<int>(grey);
         const int top = v + static_cast<int>(v == 0);
         const int s = Quotient(delta * 255, top);
-        const int sat = std::min(std::max(s + Quotient(saturation * s + 50, 100), 0), 255);
+        const int sat = std::min(std::max(s + DivideBy100Signed(saturation * s + 50), 0), 255);
         // Red is tested first, then green.
         const bool redTop = r == v;
         const bool greenTop = !redTop & (g == v);
@@ -61,15 +85,15 @@ TAMRICK_VECTOR_CLONES void ShiftHueSaturation(int* __restrict blue, int* __restr
         int h = Quotient(numerator * 60 + (delta >> 1), delta) + offset + hueShift;
         h += h < 0 ? 360 : (h >= 360 ? -360 : 0);
         const bool keep = grey | (h < 0) | (h >= 360);
-        const int sector = Quotient(h, 60);
+        const int sector = DivideBy60(h);
         const float f = static_cast<float>(h) * 0.016666668f - static_cast<float>(sector);
         // f in odd sectors, 1 - f in even ones; multiplying by 0 or 1 and
         // adding 0 are exact, so this is the plain choice without a branch.
         const auto odd = static_cast<float>(sector & 1);
         const float share = f * odd + (1.0f - f) * (1.0f - odd);
         const int falling = static_cast<int>(static_cast<float>(sat) * share);
-        const int p = Quotient((255 - sat) * v, 255);
-        const int t = Quotient((255 - falling) * v, 255);
+        const int p = DivideBy255((255 - sat) * v);
+        const int t = DivideBy255((255 - falling) * v);
         // Sectors 0..5 give blue p p t V V t, green t V V t p p, red V t p p t V.
         const int nb = sector <= 1 ? p : ((sector == 2) | (sector == 5) ? t : v);
         const int ng = (sector == 0) | (sector == 3) ? t : (sector <= 2 ? v : p);
