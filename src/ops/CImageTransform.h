@@ -40,6 +40,7 @@ private:
     bool Ready() const;
     template <class SourcePosition> int QuarterTurn(const SourcePosition& position);
     void RotateMaskRow(int y, double rowSin, double rowCos, std::uint8_t* row, bool fill) const;
+    int RotatePicture();
     void RotatePictureRow(int y, double rowSin, double rowCos, std::uint8_t* row) const;
 
     CDibImage* m_target = nullptr;

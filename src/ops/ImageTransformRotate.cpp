@@ -2,6 +2,7 @@
 // masks, the nearest-bit mask sampler and the bilinear picture sampler.
 #include "image/CDibImage.h"
 #include "ops/CImageTransform.h"
+#include "ops/RowPasses.h"
 #include "platform/HeapBlock.h"
 
 #include <algorithm>
@@ -53,24 +54,44 @@ int CImageTransform::RotateByAngle(float angle, bool fill) {
     m_targetCenterX = (m_width - 1) * 0.5;
     m_targetCenterY = (m_height - 1) * 0.5;
     RotationSineCosine(angle, m_sine, m_cosine);
+    if (m_source->BitsPerPixel() == 24) {
+        return RotatePicture();
+    }
     platform::HeapBlock row = platform::HeapBlock::Allocate(m_rowBytes);
     if (!row) {
         return 0;
     }
-    const bool mask = m_source->BitsPerPixel() != 24;
     double rowSin = -m_targetCenterY * m_sine;
     double rowCos = -m_targetCenterY * m_cosine;
     for (int y = 0; y < m_height; ++y) {
-        if (mask) {
-            RotateMaskRow(y, rowSin, rowCos, row.data(), fill);
-        } else {
-            RotatePictureRow(y, rowSin, rowCos, row.data());
-        }
+        RotateMaskRow(y, rowSin, rowCos, row.data(), fill);
         m_target->SetRow(y, row.data());
         rowSin += m_sine;
         rowCos += m_cosine;
     }
     return 1;
+}
+
+// The picture's rows go in bands over the cores. Each band first runs the row
+// terms up to its first row, so every row sees exactly the sums a single pass
+// would give it.
+int CImageTransform::RotatePicture() {
+    std::uint8_t* bits = m_target->MutableBits();
+    const std::uint32_t rowBytes = m_rowBytes;
+    const int height = m_height;
+    return ops::ForEachStoredBand(height, [&](int begin, int end) {
+        double rowSin = -m_targetCenterY * m_sine;
+        double rowCos = -m_targetCenterY * m_cosine;
+        for (int y = 0; y < begin; ++y) {
+            rowSin += m_sine;
+            rowCos += m_cosine;
+        }
+        for (int y = begin; y < end; ++y) {
+            RotatePictureRow(y, rowSin, rowCos, bits + static_cast<std::size_t>(height - 1 - y) * rowBytes);
+            rowSin += m_sine;
+            rowCos += m_cosine;
+        }
+    });
 }
 
 void CImageTransform::RotateMaskRow(int, double rowSin, double rowCos, std::uint8_t* row, bool fill) const {

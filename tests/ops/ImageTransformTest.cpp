@@ -76,7 +76,7 @@ TEST(ImageTransform, FlipHorizontalReversesEveryBitOfAMaskRow) {
 
 TEST(ImageTransform, RotationByNinetyIsExactlyAQuarterTurn) {
     const TransformOp byAngle = [](CImageTransform& t) { return t.RotateByAngle(90.005f, false); };
-    for (const auto& source : {std::shared_ptr<CDibImage>(MakeGradientImage(11, 6)),
+    for (const auto& source : {std::shared_ptr<CDibImage>(MakeGradientImage(37, 70)),
                                std::shared_ptr<CDibImage>(StripedMask(11, 6))}) {
         EXPECT_TRUE(SamePixels(*Transformed(*source, byAngle, true), *Transformed(*source, kRight, true)));
     }
