@@ -112,16 +112,24 @@ int CImageFilter::TraceContour(int darkestEdge, int keepOriginal, int colorMode,
     const int width = m_width;
     const std::uint32_t rowBytes = m_rowBytes;
     const std::size_t codeRow = static_cast<std::size_t>(width) + 2;
-    return ops::ThreeRowPass(
-        m_src->Bits(), m_dst->MutableBits(), m_height, rowBytes, 4 * codeRow,
-        [&](const std::uint8_t* prev, const std::uint8_t* cur, const std::uint8_t* next, std::uint8_t* out,
-            std::uint8_t* work) {
-            std::uint8_t* codes[3] = {work + 1, work + codeRow + 1, work + 2 * codeRow + 1};
-            std::uint8_t* winning = work + 3 * codeRow;
-            ThresholdCodes(prev, codes[0], width);
-            ThresholdCodes(cur, codes[1], width);
-            ThresholdCodes(next, codes[2], width);
-            WinningChannels(codes[0], codes[1], codes[2], winning, width, darkest);
+    const int height = m_height;
+    const std::uint8_t* src = m_src->Bits();
+    std::uint8_t* dst = m_dst->MutableBits();
+    // Each band thresholds every row it needs once, keeping the codes of the
+    // previous, current and next row in rotation.
+    return ops::ForEachBandWithWork(height, 4 * codeRow, [&](int begin, int end, std::uint8_t* work) {
+        const auto row = [&](int y) { return src + static_cast<std::size_t>(y) * rowBytes; };
+        std::uint8_t* previous = work + 1;
+        std::uint8_t* current = work + codeRow + 1;
+        std::uint8_t* next = work + 2 * codeRow + 1;
+        std::uint8_t* winning = work + 3 * codeRow;
+        ThresholdCodes(row(std::max(begin - 1, 0)), previous, width);
+        ThresholdCodes(row(begin), current, width);
+        for (int y = begin; y < end; ++y) {
+            ThresholdCodes(row(std::min(y + 1, height - 1)), next, width);
+            WinningChannels(previous, current, next, winning, width, darkest);
+            const std::uint8_t* cur = row(y);
+            std::uint8_t* out = dst + static_cast<std::size_t>(y) * rowBytes;
             std::memcpy(out, cur, rowBytes);
             for (int x = 0; x < width; ++x) {
                 const std::uint8_t* const* tables = channelTable[winning[x]];
@@ -129,5 +137,10 @@ int CImageFilter::TraceContour(int darkestEdge, int keepOriginal, int colorMode,
                 out[3 * x + 1] = tables[1][cur[3 * x + 1]];
                 out[3 * x + 2] = tables[2][cur[3 * x + 2]];
             }
-        });
+            std::uint8_t* oldest = previous;
+            previous = current;
+            current = next;
+            next = oldest;
+        }
+    });
 }

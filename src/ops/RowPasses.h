@@ -19,6 +19,21 @@ template <class Work> int ForEachStoredBand(int height, const Work& work) {
     return 1;
 }
 
+// Runs `work(begin, end, block)` on bands of stored rows with a zero-filled
+// block of `workBytes` per band; 0 when a block cannot be had.
+template <class Work> int ForEachBandWithWork(int height, std::size_t workBytes, const Work& work) {
+    std::atomic<bool> failed{false};
+    platform::ForEachRowBand(height, [&](int begin, int end) {
+        platform::HeapBlock block = platform::HeapBlock::Allocate(workBytes);
+        if (!block) {
+            failed = true;
+            return;
+        }
+        work(begin, end, block.data());
+    });
+    return failed ? 0 : 1;
+}
+
 // Runs `rule(y, work)` for every stored row y, with a zero-filled work block
 // of `workBytes` per band (none when 0). Returns 0 when a block cannot be had.
 template <class Rule> int ForEachStoredRow(int height, std::size_t workBytes, const Rule& rule) {

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <cstring>
 
 namespace {
 
@@ -95,6 +96,44 @@ TEST(ImageFilter, RowBandsGiveTheSameRowsAsOneRow) {
             for (int x = 0; x < 37; ++x) {
                 ASSERT_EQ(many->GetPixel(x, y), one->GetPixel(x, 0)) << x << "," << y;
             }
+        }
+    }
+}
+
+// Each result row depends on its own stored row and the two beside it (the
+// ends being their own neighbours) and on nothing else: filtering a
+// three-row picture of those rows must give the same middle row. Catches rows
+// mixed up at band edges or in the rotation of row buffers.
+TEST(ImageFilter, EachRowDependsOnItsThreeStoredRowsOnly) {
+    const int width = 23;
+    const int height = 150;
+    auto noisy = MakeImage(width, height);
+    std::srand(11);
+    std::uint8_t* bits = noisy->MutableBits();
+    for (std::uint32_t i = 0; i < noisy->ImageBytes(); ++i) {
+        bits[i] = static_cast<std::uint8_t>(std::rand() % 4 == 0 ? std::rand() : 100 + (i % 3) * 40);
+    }
+    const std::uint32_t rowBytes = noisy->RowBytes();
+    const FilterOp ops[] = {
+        [](CImageFilter& f) { return f.Convolve3x3(6); },
+        [](CImageFilter& f) { return f.Despeckle(30); },
+        [](CImageFilter& f) { return f.Emboss(0, 3, 0x808080); },
+        [](CImageFilter& f) { return f.FindEdge(0, 1, 25, 0x405060); },
+        [](CImageFilter& f) { return f.TraceContour(0, 0, 0, 30, 0x102030, 0xA0B0C0); },
+        [](CImageFilter& f) { return f.TraceContour(1, 1, 1, 0, 0x102030, 0xA0B0C0); },
+    };
+    for (const auto& op : ops) {
+        auto whole = Filtered(*noisy, op);
+        for (int stored : {0, 1, 37, 74, 75, 76, 148, 149}) {
+            auto three = MakeImage(width, 3);
+            std::uint8_t* part = three->MutableBits();
+            const int rows[3] = {std::max(stored - 1, 0), stored, std::min(stored + 1, height - 1)};
+            for (int k = 0; k < 3; ++k) {
+                std::memcpy(part + k * rowBytes, noisy->Bits() + rows[k] * rowBytes, rowBytes);
+            }
+            auto alone = Filtered(*three, op);
+            ASSERT_EQ(std::memcmp(alone->Bits() + rowBytes, whole->Bits() + stored * rowBytes, 3 * width), 0)
+                << "stored row " << stored;
         }
     }
 }
