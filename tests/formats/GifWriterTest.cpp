@@ -185,22 +185,6 @@ TEST(GifWriter, RefusesWhatIsNotAnEightBitDib) {
     EXPECT_EQ(SavePicture(dir.Path("mask.gif"), *mask, 80), kFileFailed);
 }
 
-double Psnr(const CDibImage& a, const CDibImage& b) {
-    double sum = 0;
-    for (int y = 0; y < a.Height(); ++y) {
-        for (int x = 0; x < a.Width(); ++x) {
-            const ColorWord p = a.GetPixel(x, y);
-            const ColorWord q = b.GetPixel(x, y);
-            for (int shift = 0; shift < 24; shift += 8) {
-                const double d =
-                    static_cast<int>((p >> shift) & 0xFF) - static_cast<int>((q >> shift) & 0xFF);
-                sum += d * d;
-            }
-        }
-    }
-    return 10 * std::log10(255.0 * 255.0 * 3.0 * a.Width() * a.Height() / std::max(sum, 1e-9));
-}
-
 TEST(ColorReduction, FewColoursComeBackExactlyAndManyStayClose) {
     TempFolder dir;
     // Exactly 256 colours: every pixel must survive the save.

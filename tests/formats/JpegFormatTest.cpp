@@ -39,23 +39,6 @@ std::unique_ptr<CDibImage> MakeSmooth(int width, int height) {
     return image;
 }
 
-double Psnr(const CDibImage& a, const CDibImage& b) {
-    double sum = 0;
-    for (int y = 0; y < a.Height(); ++y) {
-        for (int x = 0; x < a.Width(); ++x) {
-            const ColorWord p = a.GetPixel(x, y);
-            const ColorWord q = b.GetPixel(x, y);
-            for (int shift = 0; shift < 24; shift += 8) {
-                const double d =
-                    static_cast<int>((p >> shift) & 0xFF) - static_cast<int>((q >> shift) & 0xFF);
-                sum += d * d;
-            }
-        }
-    }
-    const double mse = sum / (3.0 * a.Width() * a.Height());
-    return mse == 0 ? 99.0 : 10 * std::log10(255.0 * 255.0 / mse);
-}
-
 TEST(Jpeg, RoundTripsThroughIndependentCodecs) {
     TempFolder dir;
     auto picture = MakeSmooth(97, 61);
