@@ -25,6 +25,7 @@ PACKAGES=(
   python3
   clang
   libclang-rt-14-dev
+  qt6-image-formats-plugins
 )
 
 missing=()

@@ -75,6 +75,21 @@ TEST(PictureFiles, TransparentPixelsAreLaidOverWhite) {
     EXPECT_EQ(loaded->GetPixel(2, 0), MakeColorWord(10, 20, 30));
 }
 
+TEST(PictureFiles, OtherFormatsGoThroughQtsReaders) {
+    if (!ToolAvailable("convert")) {
+        GTEST_SKIP() << "imagemagick not installed";
+    }
+    TempFolder dir;
+    for (const char* name : {"red.tif", "red.webp"}) {
+        ASSERT_EQ(RunQuiet("convert -size 30x20 xc:#FF0000 -define webp:lossless=true " + dir.Path(name)), 0)
+            << name;
+        std::unique_ptr<CDibImage> picture;
+        ASSERT_EQ(Load(dir.Path(name), picture), kFileOk) << name;
+        EXPECT_EQ(picture->Width(), 30) << name;
+        EXPECT_EQ(picture->GetPixel(29, 19), 0x0000FFu) << name;
+    }
+}
+
 TEST(PictureFiles, UnreadableFilesFailWithoutAPicture) {
     TempFolder dir;
     WriteBytes(dir.Path("empty.png"), {});
