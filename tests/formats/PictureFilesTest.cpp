@@ -240,7 +240,6 @@ TEST(LoadLimitsTest, UsersMayRaiseTheStartButNotLowerIt) {
     EXPECT_EQ(start.height, 30000);
     platform::Settings::WriteInt("MainSection", "MaxLoadWidth", 100);
     EXPECT_EQ(LoadLimits::StartFromSettings().width, 1920);
-    platform::Settings::WriteInt("MainSection", "MaxLoadWidth", 1920);
     platform::Settings::WriteInt("MainSection", "MaxLoadHeight", 2560);
 }
 
