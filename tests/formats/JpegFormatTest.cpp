@@ -96,6 +96,27 @@ TEST(Jpeg, LargeFilesDecodeAtTheLargestScaleThatFitsTheLimits) {
     EXPECT_EQ(Load(dir.Path("medium.jpg"))->Width(), 1000);
 }
 
+TEST(Jpeg, FilesTooLargeEvenAtAnEighthAreShrunkWhileTheyStreamIn) {
+    TempFolder dir;
+    // White above, black below: the shrunk picture must keep that way up.
+    auto picture = MakeImage(16000, 800);
+    for (int y = 0; y < 400; ++y) {
+        for (int x = 0; x < 16000; ++x) {
+            picture->SetPixel(x, y, 0xFFFFFF);
+        }
+    }
+    ASSERT_EQ(WriteJpeg(dir.Path("strip.jpg"), *picture, 80), kFileOk);
+    PictureFileInfo info;
+    auto loaded = Load(dir.Path("strip.jpg"), LoadLimitSize{240, 320}, nullptr, &info);
+    ASSERT_TRUE(loaded);
+    // 1/8 gives 2000 x 100, fitted into 240 wide.
+    EXPECT_EQ(loaded->Width(), 240);
+    EXPECT_EQ(loaded->Height(), 12);
+    EXPECT_EQ(info.fileWidth, 16000);
+    EXPECT_GT(RedOf(loaded->GetPixel(100, 0)), 240);
+    EXPECT_LT(RedOf(loaded->GetPixel(100, 11)), 15);
+}
+
 TEST(Jpeg, HalvesTheLimitsOnceWhenThePictureCannotBeMade) {
     TempFolder dir;
     auto picture = MakeSmooth(64, 48);
