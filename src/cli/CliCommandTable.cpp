@@ -1,3 +1,4 @@
+#include "cli/ApplyCommand.h"
 #include "cli/CliCommand.h"
 #include "cli/ConvertCommand.h"
 #include "cli/InfoCommand.h"
@@ -9,6 +10,9 @@ const std::vector<CliCommand> kCommands = {
      RunInfoCommand},
     {"convert", "IN OUT [--quality N] [--max-size W,H]",
      "load IN by its contents and save OUT in the format its extension names", RunConvertCommand},
+    {"apply",
+     "IN OUT [--foreground RRGGBB] [--background RRGGBB] [--quality N] [--max-size W,H] [--seed N] OP...",
+     "open IN, run the image operations OP in order as the menus do, save OUT", RunApplyCommand},
 };
 } // namespace
 

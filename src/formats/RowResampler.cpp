@@ -2,66 +2,105 @@
 
 #include <algorithm>
 
-RowResampler::RowResampler(int sourceWidth, int targetWidth)
-    : m_sourceWidth(sourceWidth), m_targetWidth(targetWidth) {
-    if (sourceWidth <= 0 || targetWidth <= 0) {
-        return;
+namespace {
+// Sums of bytes times weights stay exact in single precision below this.
+constexpr std::int64_t kExactFloat = std::int64_t{1} << 24;
+} // namespace
+
+int ResampleKernel::Init(int sourceLength, int targetLength) {
+    m_targetLength = 0;
+    // 255 x the weights' total (at most the source length, or 256) plus the
+    // total must stay exact in single precision.
+    if (sourceLength <= 0 || targetLength <= 0 || 256LL * std::max(sourceLength, 256) >= kExactFloat) {
+        return 0;
     }
-    const auto targets = static_cast<std::size_t>(targetWidth);
-    // Every target pixel covers at most ceil(source/target) + 1 source pixels,
-    // and all of them together at most source + target.
-    const std::size_t pairs = static_cast<std::size_t>(sourceWidth) + targets;
-    m_first = platform::HeapBlock::Allocate(targets * sizeof(std::int32_t));
-    m_count = platform::HeapBlock::Allocate(targets * sizeof(std::int32_t));
-    m_weights = platform::HeapBlock::Allocate(pairs * sizeof(std::uint32_t));
-    if (!m_first || !m_count || !m_weights) {
-        m_first.reset();
-        return;
+    const auto weights = static_cast<std::size_t>(sourceLength) + 2 * static_cast<std::size_t>(targetLength);
+    m_taps = platform::HeapBlock::Allocate(static_cast<std::size_t>(targetLength) * sizeof(Tap));
+    m_weights = platform::HeapBlock::Allocate(weights * sizeof(std::int32_t));
+    if (!m_taps || !m_weights) {
+        m_taps.reset();
+        m_weights.reset();
+        return 0;
     }
-    auto* first = reinterpret_cast<std::int32_t*>(m_first.data());
-    auto* count = reinterpret_cast<std::int32_t*>(m_count.data());
-    auto* weights = reinterpret_cast<std::uint32_t*>(m_weights.data());
-    // In units of 1/targetWidth source pixel, target pixel x spans
-    // [x * source, (x + 1) * source) and source pixel i spans
-    // [i * target, (i + 1) * target).
-    const auto source64 = static_cast<std::int64_t>(sourceWidth);
-    const auto target64 = static_cast<std::int64_t>(targetWidth);
-    std::size_t next = 0;
-    for (std::int64_t x = 0; x < target64; ++x) {
-        const std::int64_t begin = x * source64;
-        const std::int64_t end = begin + source64;
-        const std::int64_t i0 = begin / target64;
-        first[x] = static_cast<std::int32_t>(i0);
-        std::int32_t n = 0;
-        for (std::int64_t i = i0; i * target64 < end && i < source64; ++i) {
-            const std::int64_t overlap = std::min(end, (i + 1) * target64) - std::max(begin, i * target64);
-            weights[next++] = static_cast<std::uint32_t>(overlap);
-            ++n;
+    if (targetLength <= sourceLength) {
+        InitArea(sourceLength, targetLength);
+    } else {
+        InitBilinear(sourceLength, targetLength);
+    }
+    m_sourceLength = sourceLength;
+    m_targetLength = targetLength;
+    return 1;
+}
+
+// Target sample i covers [i x S, (i + 1) x S) in units where source sample k
+// covers [k x T, (k + 1) x T); each source sample weighs its overlap, and the
+// overlaps add up to S.
+void ResampleKernel::InitArea(int sourceLength, int targetLength) {
+    auto* taps = reinterpret_cast<Tap*>(m_taps.data());
+    auto* weights = reinterpret_cast<std::int32_t*>(m_weights.data());
+    const std::int64_t s = sourceLength;
+    const std::int64_t t = targetLength;
+    std::int32_t offset = 0;
+    for (std::int64_t i = 0; i < t; ++i) {
+        const std::int64_t begin = i * s;
+        const std::int64_t end = begin + s;
+        const auto first = static_cast<std::int32_t>(begin / t);
+        const auto last = static_cast<std::int32_t>((end - 1) / t);
+        taps[i] = {first, last - first + 1, offset};
+        for (std::int64_t k = first; k <= last; ++k) {
+            weights[offset++] =
+                static_cast<std::int32_t>(std::min((k + 1) * t, end) - std::max(k * t, begin));
         }
-        count[x] = n;
+    }
+    m_half = static_cast<std::uint32_t>(sourceLength / 2);
+    m_total = static_cast<float>(sourceLength);
+}
+
+// Target sample i sits at source position (i + 0.5) x S / T - 0.5, kept in
+// 1/256 of a sample and clamped to the line.
+void ResampleKernel::InitBilinear(int sourceLength, int targetLength) {
+    auto* taps = reinterpret_cast<Tap*>(m_taps.data());
+    auto* weights = reinterpret_cast<std::int32_t*>(m_weights.data());
+    const std::int64_t last = static_cast<std::int64_t>(sourceLength - 1) * 256;
+    for (std::int64_t i = 0; i < targetLength; ++i) {
+        const std::int64_t position =
+            std::clamp((2 * i + 1) * sourceLength * 256 / (2 * targetLength) - 128, std::int64_t{0}, last);
+        const auto first = static_cast<std::int32_t>(position >> 8);
+        const auto fraction = static_cast<std::int32_t>(position & 255);
+        const auto offset = static_cast<std::int32_t>(2 * i);
+        taps[i] = {first, first + 1 < sourceLength ? 2 : 1, offset};
+        weights[offset] = 256 - fraction;
+        weights[offset + 1] = fraction;
+    }
+    m_half = 128;
+    m_total = 256.0f;
+}
+
+void ResampleKernel::FinishAll(const std::uint32_t* __restrict sums, std::uint8_t* __restrict out,
+                               std::size_t count) const {
+    const std::uint32_t half = m_half;
+    const float total = m_total;
+    for (std::size_t i = 0; i < count; ++i) {
+        out[i] = static_cast<std::uint8_t>(static_cast<int>(static_cast<float>(sums[i] + half) / total));
     }
 }
 
 void RowResampler::Resample(const std::uint8_t* source, std::uint8_t* target) const {
-    const auto* first = reinterpret_cast<const std::int32_t*>(m_first.data());
-    const auto* count = reinterpret_cast<const std::int32_t*>(m_count.data());
-    const auto* weight = reinterpret_cast<const std::uint32_t*>(m_weights.data());
-    const auto total = static_cast<std::uint64_t>(m_sourceWidth);
-    const std::uint64_t half = total / 2;
-    for (int x = 0; x < m_targetWidth; ++x) {
-        const std::uint8_t* pixel = source + static_cast<std::size_t>(first[x]) * 3;
-        std::uint64_t blue = 0;
-        std::uint64_t green = 0;
-        std::uint64_t red = 0;
-        for (int k = 0; k < count[x]; ++k, pixel += 3) {
-            const std::uint64_t w = *weight++;
-            blue += w * pixel[0];
-            green += w * pixel[1];
-            red += w * pixel[2];
+    const int width = m_kernel.TargetLength();
+    for (int i = 0; i < width; ++i, target += 3) {
+        const std::uint8_t* in = source + 3 * static_cast<std::size_t>(m_kernel.First(i));
+        const std::int32_t* weight = m_kernel.Weights(i);
+        std::uint32_t blue = 0;
+        std::uint32_t green = 0;
+        std::uint32_t red = 0;
+        for (int k = 0; k < m_kernel.Count(i); ++k, in += 3) {
+            const auto w = static_cast<std::uint32_t>(weight[k]);
+            blue += w * in[0];
+            green += w * in[1];
+            red += w * in[2];
         }
-        target[0] = static_cast<std::uint8_t>((blue + half) / total);
-        target[1] = static_cast<std::uint8_t>((green + half) / total);
-        target[2] = static_cast<std::uint8_t>((red + half) / total);
-        target += 3;
+        target[0] = m_kernel.Finish(blue);
+        target[1] = m_kernel.Finish(green);
+        target[2] = m_kernel.Finish(red);
     }
 }

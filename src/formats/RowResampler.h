@@ -2,27 +2,75 @@
 
 #include "platform/HeapBlock.h"
 
+#include <cstddef>
 #include <cstdint>
 
-// Maps one 24-bit row (blue, green, red) of a source width onto a target
-// width by area averaging: each target pixel is the mean of the source pixels
-// that fall on it, weighted by how much of each one it covers, rounded to
-// nearest. Works for shrinking and enlarging. The weights are computed once
-// per pair of widths, so one resampler serves every row of a picture.
-class RowResampler {
+// Maps a line of `sourceLength` samples onto `targetLength` samples: area
+// averaging when the line shrinks (or keeps its length, which copies it): each
+// target sample is the mean of the source samples that fall on it, weighted by
+// how much of each it covers; bilinear interpolation between the two nearest
+// samples when it grows. Integer weights; every output is the weighted sum
+// divided by the weights' total, rounded to nearest. The tables are built once
+// per pair of lengths, so one kernel serves every row (or column) of a picture.
+class ResampleKernel {
 public:
-    RowResampler(int sourceWidth, int targetWidth);
-    // False when the weight tables could not be allocated.
-    bool IsValid() const { return static_cast<bool>(m_first); }
-    void Resample(const std::uint8_t* source, std::uint8_t* target) const;
+    ResampleKernel() = default;
+    ResampleKernel(int sourceLength, int targetLength) { Init(sourceLength, targetLength); }
+    // 0 when the tables cannot be had.
+    int Init(int sourceLength, int targetLength);
+    bool IsValid() const { return m_targetLength > 0; }
 
-    int SourceWidth() const { return m_sourceWidth; }
-    int TargetWidth() const { return m_targetWidth; }
+    int SourceLength() const { return m_sourceLength; }
+    int TargetLength() const { return m_targetLength; }
+    // Taps of target sample i: `Count(i)` source samples from `First(i)` with
+    // the weights at `Weights(i)`.
+    int First(int i) const { return Taps()[i].first; }
+    int Count(int i) const { return Taps()[i].count; }
+    const std::int32_t* Weights(int i) const { return WeightTable() + Taps()[i].weightOffset; }
+    // A target sample's weighted sum of bytes turned into its value, rounded.
+    // The quotient is a truncated single-precision one, exact here because the
+    // rounded sum and the total stay below 2^24 together.
+    std::uint8_t Finish(std::uint32_t sum) const {
+        return static_cast<std::uint8_t>(static_cast<int>(static_cast<float>(sum + m_half) / m_total));
+    }
+
+    // Finish for a run of sums at once.
+    void FinishAll(const std::uint32_t* sums, std::uint8_t* out, std::size_t count) const;
 
 private:
-    int m_sourceWidth;
-    int m_targetWidth;
-    platform::HeapBlock m_first;   // int32 per target pixel: first source pixel
-    platform::HeapBlock m_count;   // int32 per target pixel: source pixels covered
-    platform::HeapBlock m_weights; // uint32 per covered pair, in 1/targetWidth of a pixel
+    struct Tap {
+        std::int32_t first;
+        std::int32_t count;
+        std::int32_t weightOffset;
+    };
+    const Tap* Taps() const { return reinterpret_cast<const Tap*>(m_taps.data()); }
+    const std::int32_t* WeightTable() const {
+        return reinterpret_cast<const std::int32_t*>(m_weights.data());
+    }
+    void InitArea(int sourceLength, int targetLength);
+    void InitBilinear(int sourceLength, int targetLength);
+
+    platform::HeapBlock m_taps;
+    platform::HeapBlock m_weights;
+    int m_sourceLength = 0;
+    int m_targetLength = 0;
+    std::uint32_t m_half = 0;
+    float m_total = 1.0f;
+};
+
+// Resamples one 24-bit row (blue, green, red) to another width: a source row
+// in, a target row out. The picture loader's streaming scaler and the Rescale
+// command both use it.
+class RowResampler {
+public:
+    RowResampler(int sourceWidth, int targetWidth) : m_kernel(sourceWidth, targetWidth) {}
+    // False when the weight tables could not be allocated.
+    bool IsValid() const { return m_kernel.IsValid(); }
+    void Resample(const std::uint8_t* source, std::uint8_t* target) const;
+
+    int SourceWidth() const { return m_kernel.SourceLength(); }
+    int TargetWidth() const { return m_kernel.TargetLength(); }
+
+private:
+    ResampleKernel m_kernel;
 };

@@ -74,6 +74,12 @@ public:
     const RgbQuad* Palette() const;
     // Pixel storage in DIB order (bottom row first); for the display and tests.
     const std::uint8_t* Bits() const { return m_bits.data(); }
+    // Writable pixel storage for whole-image engines that fill every row in
+    // storage order; marks the image modified.
+    std::uint8_t* MutableBits() {
+        m_modified = 1;
+        return m_bits.data();
+    }
     bool IsValid() const { return static_cast<bool>(m_bits); }
 
 private:

@@ -6,6 +6,8 @@
 #include <mutex>
 #include <utility>
 
+#include <sys/mman.h>
+
 namespace platform {
 
 namespace {
@@ -66,6 +68,24 @@ SpareBlock& Spare() {
     return *spare;
 }
 
+// A fresh picture-sized block costs one page fault per 4 KB on first touch,
+// which on a 12-megapixel picture takes longer than the image operation
+// itself. Asking for 2 MB pages on the block's aligned inside cuts that to a
+// handful of faults; the kernel ignores the request when it cannot honour it.
+constexpr std::size_t kHugePage = std::size_t{2} << 20;
+
+void AdviseHugePages(std::uint8_t* data, std::size_t bytes) {
+    if (data == nullptr || bytes < 2 * kHugePage) {
+        return;
+    }
+    const auto start = reinterpret_cast<std::uintptr_t>(data);
+    const std::uintptr_t first = (start + kHugePage - 1) & ~(kHugePage - 1);
+    const std::uintptr_t last = (start + bytes) & ~(kHugePage - 1);
+    if (last > first) {
+        ::madvise(reinterpret_cast<void*>(first), last - first, MADV_HUGEPAGE);
+    }
+}
+
 } // namespace
 
 HeapBlock::~HeapBlock() {
@@ -116,6 +136,7 @@ HeapBlock HeapBlock::Obtain(std::size_t bytes, bool zeroed) {
         // calloc of a large block maps fresh zero pages, so its zero fill is free.
         data = static_cast<std::uint8_t*>(zeroed ? std::calloc(wanted, 1) : std::malloc(wanted));
         capacity = wanted;
+        AdviseHugePages(data, wanted);
     }
     if (data != nullptr) {
         block.m_data = data;

@@ -17,6 +17,7 @@ constexpr std::pair<int, std::string_view> kStrings[] = {
     {IDS_SAVE_CHANGES_TO, "Save changes to "},
     {IDS_QUALITY_OUT_OF_RANGE, "The quality value is out of range (1..100)."},
     {IDS_IMAGE_TOO_LARGE, "This image file is too large, Tamrick have to load it in a smaller size."},
+    {IDS_DEGREE_OUT_OF_RANGE, "The degree is out of the range (0..359)."},
 };
 } // namespace
 

@@ -17,6 +17,7 @@ enum StringId : int {
     IDS_SAVE_CHANGES_TO = 108,
     IDS_QUALITY_OUT_OF_RANGE = 124,
     IDS_IMAGE_TOO_LARGE = 126,
+    IDS_DEGREE_OUT_OF_RANGE = 66,
 };
 
 // The text of a string id; an empty view for an id the table does not hold.

@@ -1,0 +1,112 @@
+// Mosaic and Average: n x n cell means over 16-bit column sums, with the
+// 16-bit wrap of the cell sum that large bright cells run into.
+#include "image/CDibImage.h"
+#include "ops/CImageFilter.h"
+#include "ops/FilterMath.h"
+#include "ops/RowPasses.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+TAMRICK_VECTOR_CLONES void AddRow(const std::uint8_t* __restrict row, std::int16_t* __restrict sums,
+                                  int count) {
+    for (int j = 0; j < count; ++j) {
+        sums[j] = static_cast<std::int16_t>(sums[j] + row[j]);
+    }
+}
+
+TAMRICK_VECTOR_CLONES void MeanOfFourColumns(const std::int16_t* __restrict sums,
+                                             std::uint8_t* __restrict row, int count) {
+    for (int j = 0; j < count; ++j) {
+        row[j] = static_cast<std::uint8_t>((sums[j] + sums[j + 3] + sums[j + 6] + sums[j + 9]) >> 4);
+    }
+}
+
+// Column sums (one per byte) of the picture rows top..top+n-1 counted from the
+// top; a row beyond the last reads the last row again.
+void SumRowsIntoColumns(const CDibImage& src, int top, int n, std::int16_t* sums, int pixelBytes) {
+    const std::uint8_t* bits = src.Bits();
+    const int lastRow = src.Height() - 1;
+    std::fill(sums, sums + pixelBytes, std::int16_t{0});
+    for (int i = 0; i < n; ++i) {
+        const int y = std::min(top + i, lastRow);
+        const std::uint8_t* row = bits + static_cast<std::size_t>(lastRow - y) * src.RowBytes();
+        AddRow(row, sums, pixelBytes);
+    }
+}
+
+// Mean of the n columns from `x` (last column repeated) for each channel, with
+// the cell sum wrapping at 16 bits; the low byte of the quotient is kept.
+inline void CellMean(const std::int16_t* sums, int x, int n, int width, std::uint8_t* out) {
+    for (int ch = 0; ch < 3; ++ch) {
+        std::int16_t sum = 0;
+        for (int i = 0; i < n; ++i) {
+            const int column = std::min(x + i, width - 1);
+            sum = static_cast<std::int16_t>(sum + sums[3 * column + ch]);
+        }
+        out[ch] = static_cast<std::uint8_t>(sum / (n * n));
+    }
+}
+
+} // namespace
+
+std::uint8_t* CImageFilter::StoredRow(std::uint8_t* bits, int top) const {
+    return bits + static_cast<std::size_t>(m_height - 1 - top) * m_rowBytes;
+}
+
+int CImageFilter::Mosaic(int cellSize) {
+    if (!Ready() || cellSize < 1) {
+        return 1;
+    }
+    const int n = cellSize;
+    const int pixelBytes = 3 * m_width;
+    const int bands = (m_height + n - 1) / n;
+    std::uint8_t* dst = m_dst->MutableBits();
+    const std::size_t sumBytes = static_cast<std::size_t>(pixelBytes) * sizeof(std::int16_t);
+    return ops::ForEachStoredRow(bands, sumBytes + m_rowBytes, [&](int band, std::uint8_t* work) {
+        auto* sums = reinterpret_cast<std::int16_t*>(work);
+        std::uint8_t* row = work + sumBytes;
+        const int top = band * n;
+        SumRowsIntoColumns(*m_src, top, n, sums, pixelBytes);
+        for (int x = 0; x < m_width; x += n) {
+            std::uint8_t mean[3];
+            CellMean(sums, x, n, m_width, mean);
+            for (int i = x; i < std::min(x + n, m_width); ++i) {
+                std::memcpy(row + 3 * i, mean, 3);
+            }
+        }
+        for (int y = top; y < std::min(top + n, m_height); ++y) {
+            std::memcpy(StoredRow(dst, y), row, m_rowBytes);
+        }
+    });
+}
+
+int CImageFilter::Average(int cellSize) {
+    if (!Ready() || cellSize < 1) {
+        return 1;
+    }
+    const int n = cellSize;
+    const int pixelBytes = 3 * m_width;
+    const std::size_t sumBytes = static_cast<std::size_t>(pixelBytes + 3 * n) * sizeof(std::int16_t);
+    std::uint8_t* dst = m_dst->MutableBits();
+    return ops::ForEachStoredRow(m_height, sumBytes + m_rowBytes, [&](int y, std::uint8_t* work) {
+        auto* sums = reinterpret_cast<std::int16_t*>(work);
+        std::uint8_t* row = work + sumBytes;
+        SumRowsIntoColumns(*m_src, y, n, sums, pixelBytes);
+        if (n == 4) {
+            // The command's fixed 4 x 4: no wrap is possible (16 x 255 fits),
+            // so a plain sliding sum over the replicated last column serves.
+            for (int j = pixelBytes; j < pixelBytes + 9; ++j) {
+                sums[j] = sums[j - 3];
+            }
+            MeanOfFourColumns(sums, row, pixelBytes);
+        } else {
+            for (int x = 0; x < m_width; ++x) {
+                CellMean(sums, x, n, m_width, row + 3 * x);
+            }
+        }
+        std::memcpy(StoredRow(dst, y), row, m_rowBytes);
+    });
+}

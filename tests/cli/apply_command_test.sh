@@ -1,0 +1,81 @@
+#!/usr/bin/env bash
+# tamrick-cli apply, end to end: every operation runs, results land in the
+# file, undo and redo steps count, and bad command lines write nothing.
+set -uo pipefail
+CLI="$1"
+WORK="$(mktemp -d)"
+trap 'rm -rf "$WORK"' EXIT
+cd "$WORK"
+failures=0
+fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
+expect_rc() { # expected-code description command...
+    local want="$1" what="$2"
+    shift 2
+    "$@" >out.txt 2>err.txt
+    local rc=$?
+    [ "$rc" -eq "$want" ] || fail "$what: exit $rc, wanted $want ($(cat err.txt))"
+}
+
+# A 24-bit BMP of 20 x 10 with a colour per pixel.
+python3 - <<'PY'
+import struct
+w, h = 20, 10
+rows = bytearray()
+for y in range(h):
+    row = bytearray()
+    for x in range(w):
+        row += bytes([x * 12, y * 25, 200])
+    row += bytes((-len(row)) % 4)
+    rows += row
+header = struct.pack('<2sIHHI', b'BM', 54 + len(rows), 0, 0, 54)
+info = struct.pack('<IiiHHIIiiII', 40, w, h, 1, 24, 0, len(rows), 2834, 2834, 0, 0)
+open('in.bmp', 'wb').write(header + info + rows)
+PY
+
+# Width, height and the blue, green, red bytes of the top-left pixel.
+describe() {
+    python3 - "$1" <<'PY'
+import struct, sys
+data = open(sys.argv[1], 'rb').read()
+w, h = struct.unpack('<ii', data[18:26])
+offset = struct.unpack('<I', data[10:14])[0]
+row = (w * 3 + 3) // 4 * 4
+top = offset + (h - 1) * row
+print(w, h, data[top], data[top + 1], data[top + 2])
+PY
+}
+
+ops=(invert gray blur-small blur-more blur-large sharpen-small sharpen-more sharpen-large diffuse despeckle
+     average emboss=3,4 mosaic=5 find-edge=0,0,20 trace-contour=1,1,0,0 cool-green cool-blue cool-cyan warm-red
+     warm-magenta warm-yellow level-red level-green level-blue level-cyan level-magenta level-yellow level-fore
+     level-back brightness-contrast=10,20 brightness-contrast=1,2,3,4,5,6 hue-saturation=90,-20 gamma=14
+     gamma=8,10,12 flip-h flip-v rotate-left rotate-right rotate=30,ccw rescale=7,9,300 undo redo)
+expect_rc 0 "all operations in one run" "$CLI" apply in.bmp all.bmp --seed 3 "${ops[@]}"
+[ -s all.bmp ] || fail "all.bmp written"
+
+expect_rc 0 "invert" "$CLI" apply in.bmp inv.bmp invert
+[ "$(describe inv.bmp)" = "20 10 255 30 55" ] || fail "invert top-left: $(describe inv.bmp)"
+expect_rc 0 "invert then undo" "$CLI" apply in.bmp undone.bmp invert undo
+[ "$(describe undone.bmp)" = "20 10 0 225 200" ] || fail "undo: $(describe undone.bmp)"
+expect_rc 0 "rotate and rescale sizes" "$CLI" apply in.bmp turned.bmp rotate-left rescale=5,40
+[ "$(describe turned.bmp | cut -d' ' -f1-2)" = "5 40" ] || fail "sizes: $(describe turned.bmp)"
+expect_rc 0 "level to the foreground" "$CLI" apply in.bmp fore.bmp --foreground 102030 gray level-fore
+expect_rc 0 "seeded diffuse repeats" "$CLI" apply in.bmp d1.bmp --seed 9 diffuse
+expect_rc 0 "seeded diffuse again" "$CLI" apply in.bmp d2.bmp --seed 9 diffuse
+cmp -s d1.bmp d2.bmp || fail "same seed, same diffusion"
+
+expect_rc 2 "unknown operation" "$CLI" apply in.bmp bad.bmp sharpen-huge
+expect_rc 2 "no operation" "$CLI" apply in.bmp bad.bmp
+expect_rc 2 "bad value" "$CLI" apply in.bmp bad.bmp mosaic=x
+expect_rc 2 "out of range" "$CLI" apply in.bmp bad.bmp rotate=360
+grep -q "The degree is out of the range (0..359)." err.txt || fail "rotate range message"
+expect_rc 2 "bad colour" "$CLI" apply in.bmp bad.bmp --background FFF invert
+expect_rc 2 "bad quality" "$CLI" apply in.bmp bad.jpg --quality 0 invert
+grep -q "The quality value is out of range (1..100)." err.txt || fail "quality message"
+[ ! -e bad.bmp ] && [ ! -e bad.jpg ] || fail "a usage error wrote a file"
+expect_rc 1 "missing input" "$CLI" apply missing.bmp bad.bmp invert
+expect_rc 1 "nothing to redo" "$CLI" apply in.bmp bad.bmp invert redo
+[ ! -e bad.bmp ] || fail "a failed run wrote a file"
+
+[ "$failures" -eq 0 ] && echo "all apply checks passed"
+exit "$failures"
