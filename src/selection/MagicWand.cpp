@@ -1,0 +1,111 @@
+#include "selection/MagicWand.h"
+
+#include "image/CBriselDoc.h"
+#include "image/CUndoRecord.h"
+#include "image/CommandContext.h"
+#include "image/DibHelpers.h"
+#include "paint/DirectionalWalk.h"
+#include "paint/PixelAccess.h"
+#include "platform/HeapBlock.h"
+#include "platform/WaitCursor.h"
+
+#include <algorithm>
+
+namespace {
+
+// Takes a neighbour whose mask bit differs from the mark and whose colour
+// matches the seed's box.
+template <class Pixels> class WandVisitor {
+public:
+    WandVisitor(const Pixels& pixels, const MaskPixels& mask, const ColorBox& box, int mark)
+        : m_pixels(pixels), m_mask(mask), m_box(box), m_mark(mark) {}
+
+    bool Take(int x, int y) {
+        if (m_mask.Bit(x, y) == m_mark || !m_box.Contains(m_pixels.Read(x, y))) {
+            return false;
+        }
+        m_mask.SetBit(x, y, m_mark != 0);
+        return true;
+    }
+
+private:
+    Pixels m_pixels;
+    MaskPixels m_mask;
+    ColorBox m_box;
+    int m_mark;
+};
+
+template <class Pixels>
+int MarkWith(CDibImage& picture, CDibImage& mask, int x, int y, int tolerance, bool continuous, int mark) {
+    const Pixels pixels(picture);
+    const MaskPixels bits(mask);
+    const ColorBox box(pixels.Read(x, y), tolerance);
+    bits.SetBit(x, y, mark != 0);
+    if (continuous) {
+        DirectionStack stack;
+        WandVisitor<Pixels> visitor(pixels, bits, box, mark);
+        return WalkFromSeed(picture.Width(), picture.Height(), x, y, stack, visitor) ? 1 : 0;
+    }
+    for (int row = 0; row < picture.Height(); ++row) {
+        for (int column = 0; column < picture.Width(); ++column) {
+            if (box.Contains(pixels.Read(column, row))) {
+                bits.SetBit(column, row, mark != 0);
+            }
+        }
+    }
+    return 1;
+}
+
+void ClearSetBits(CDibImage& mask) {
+    ImageRect box;
+    if (!FindSetBitsBounds(mask, box)) {
+        return;
+    }
+    platform::HeapBlock zeros = platform::HeapBlock::Allocate(mask.RowBytes() + 4);
+    for (int y = box.top; zeros && y <= box.bottom; ++y) {
+        mask.PutSpan(box.left, box.right, y, zeros.data());
+    }
+}
+
+} // namespace
+
+int MarkWandArea(CDibImage& picture, CDibImage& mask, int x, int y, int tolerance, bool continuous,
+                 int mark) {
+    tolerance = std::clamp(tolerance, 0, 255);
+    const int width = std::min(picture.Width(), mask.Width());
+    const int height = std::min(picture.Height(), mask.Height());
+    if (x < 0 || y < 0 || x >= width || y >= height || mask.BitsPerPixel() != 1) {
+        return 0;
+    }
+    if (picture.BitsPerPixel() == 1) {
+        return MarkWith<MaskPixels>(picture, mask, x, y, tolerance, continuous, mark);
+    }
+    if (picture.BitsPerPixel() == 24) {
+        return MarkWith<TrueColorPixels>(picture, mask, x, y, tolerance, continuous, mark);
+    }
+    return 0;
+}
+
+int RunMagicWand(CommandContext& context, int x, int y, WandCombine combine, int tolerance, bool continuous) {
+    CBriselDoc& doc = context.doc;
+    const CDibImage* picture = doc.GetPicture();
+    if (picture == nullptr || doc.GetSelectionMask() == nullptr || x < 0 || y < 0 || x >= picture->Width() ||
+        y >= picture->Height()) {
+        return 0;
+    }
+    platform::WaitCursor wait;
+    if (combine != WandCombine::New) {
+        doc.MergeFloatMask(false);
+    }
+    context.undo.RecordWithWarning(doc, 5);
+    doc.PutFloating(false);
+    doc.SetFloatPosition(0, 0);
+    const int mark = combine == WandCombine::Subtract ? 0 : 1;
+    CDibImage& mask = *doc.GetSelectionMask();
+    if (!MarkWandArea(*doc.GetPicture(), mask, x, y, tolerance, continuous, mark)) {
+        ClearSetBits(mask);
+        return 0;
+    }
+    doc.FloatSelection();
+    return doc.GetFloatMask() != nullptr ? 1 : 0;
+}
