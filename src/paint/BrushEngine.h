@@ -50,6 +50,8 @@ public:
     void SetForegroundColor(ColorWord color);
     void SetBackgroundColor(ColorWord color);
     CDibImage* TargetImage() const { return m_target; }
+    ColorWord Foreground() const { return m_foreground; }
+    ColorWord Background() const { return m_background; }
 
     // Pixel of the target: its colour word (1-bit images through the palette),
     // or the three channels (bits 16..23, 8..15, 0..7).

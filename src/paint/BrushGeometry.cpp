@@ -154,6 +154,9 @@ int BrushEngine::Segment(int x1, int y1, int x2, int y2, int size, int shape, in
         shape = kShapeRect;
     }
     const bool roundEnds = shape == kShapeOval;
+    if (roundEnds && (m_ovalValid == 0 || m_ovalSize != size)) {
+        BuildOvalTable(size);
+    }
     if (x1 == x2 && y1 == y2) {
         if (m_mode == kModeGrain || m_mode == kModeSpeckle) {
             DrawEndDabs(firstX, firstY, secondX, secondY, size, shape);
