@@ -58,6 +58,8 @@ public:
 
     std::int64_t Size() const { return m_total; }
     int ChunkCount() const { return static_cast<int>(m_chunks.size()); }
+    // Data byte `index` of the current chunk, for checking the bit layout.
+    std::uint8_t CurrentChunkByte(int index) const { return m_data ? m_data[index] : 0; }
 
 private:
     static constexpr int kShift[4] = {6, 4, 2, 0};
