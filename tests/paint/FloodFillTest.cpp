@@ -131,10 +131,22 @@ TEST(FloodFill, MaskImagesFillThroughThePalette) {
 }
 
 TEST(FloodFill, WithoutAStackItStopsAtTheFirstDeadEnd) {
-    auto image = Uniform(50, 50, kWhite);
+    // A comb: row 0 open, black walls down every even column below it.
+    const auto comb = [] {
+        auto image = Uniform(21, 10, kWhite);
+        for (int x = 2; x <= 20; x += 2) {
+            for (int y = 1; y < 10; ++y) {
+                image->SetPixel(x, y, 0x000000);
+            }
+        }
+        return image;
+    };
+    auto complete = comb();
+    FloodFill(*complete, 0, 0, kRed, 0);
+    EXPECT_EQ(CountColor(*complete, kRed), 21 + 11 * 9);
+
+    auto cut = comb();
     platform::HeapBlock::FailNextAllocations(1);
-    EXPECT_EQ(FloodFill(*image, 10, 10, kRed, 0), 1);
-    const int filled = CountColor(*image, kRed);
-    EXPECT_GT(filled, 1);
-    EXPECT_LT(filled, 50 * 50);
+    EXPECT_EQ(FloodFill(*cut, 0, 0, kRed, 0), 1);
+    EXPECT_EQ(CountColor(*cut, kRed), 21) << "the walk ends at its first dead end";
 }
