@@ -1,5 +1,5 @@
-#include "paint/ArtisticPen.h"
 #include "paint/BrushEngine.h"
+#include "paint/ArtisticPen.h"
 #include "paint/BrushTestSupport.h"
 
 #include <gtest/gtest.h>
@@ -75,7 +75,8 @@ TEST(BrushEngineDab, SpansAreCutAtBothEdgesAndOutsideDrawsNothing) {
 
 // The thin line between the two centres: in every row (steep) or column
 // (shallow) the pixel nearest to the exact line, ties left out.
-static void ExpectThinLineCovered(const BrushCanvas& canvas, int x1, int y1, int x2, int y2, const char* what) {
+static void ExpectThinLineCovered(const BrushCanvas& canvas, int x1, int y1, int x2, int y2,
+                                  const char* what) {
     const int dx = x2 - x1;
     const int dy = y2 - y1;
     const bool steep = std::abs(dy) >= std::abs(dx);

@@ -1,5 +1,5 @@
-#include "paint/DirectionStack.h"
 #include "paint/FloodFill.h"
+#include "paint/DirectionStack.h"
 #include "support/ImageFixtures.h"
 
 #include <gtest/gtest.h>
@@ -67,8 +67,8 @@ TEST(FloodFill, FillsTheFourConnectedAreaOfTheSeedColourOnly) {
     for (int i = 0; i < 9; ++i) {
         image->SetPixel(i, 4, 0x000000); // a wall across the middle
     }
-    image->SetPixel(4, 4, 0x010101);   // a near-black gap does not open it at tolerance 0
-    image->SetPixel(2, 2, 0xFEFEFE);   // off by one: outside tolerance 0
+    image->SetPixel(4, 4, 0x010101); // a near-black gap does not open it at tolerance 0
+    image->SetPixel(2, 2, 0xFEFEFE); // off by one: outside tolerance 0
     ImageRect changed;
     ASSERT_EQ(FloodFill(*image, 0, 0, kRed, 0, &changed), 1);
     EXPECT_EQ(CountColor(*image, kRed), 9 * 4 - 1);
