@@ -46,17 +46,18 @@ void DrawRectangleShape(BrushEngine& engine, int x0, int y0, int x1, int y1, int
     }
 }
 
-// Pixel centres (x + 0.5, y + 0.5) inside the ellipse of semi-axes width / 2
-// and height / 2 around the box's centre; a row that would hold no centre gets
-// the middle column or two, so that the ellipse touches all four sides.
+// A pixel belongs to a row of the ellipse (semi-axes width / 2 and height / 2
+// around the box's centre) when its centre column lies inside the ellipse
+// somewhere within the row's height, so the middle rows reach both sides and
+// the top and bottom rows are never empty.
 bool EllipseRowExtent(int width, int height, int row, int& first, int& last) {
     if (width < 1 || height < 1 || row < 0 || row >= height) {
         return false;
     }
     const double ry = height / 2.0;
     const double rx = width / 2.0;
-    const double dy = (row + 0.5 - ry) / ry;
-    const double half = rx * std::sqrt(std::max(0.0, 1.0 - dy * dy));
+    const double nearest = std::max(0.0, std::abs(row + 0.5 - ry) - 0.5) / ry;
+    const double half = rx * std::sqrt(std::max(0.0, 1.0 - nearest * nearest));
     first = static_cast<int>(std::ceil(rx - half - 0.5));
     last = width - 1 - first;
     if (first > last) {
