@@ -24,7 +24,9 @@ CMainFrame::CMainFrame(CBriselDoc& document, QWidget* parent) : QMainWindow(pare
     ShowPicture();
 }
 
-CMainFrame::~CMainFrame() { m_document.RemoveViewObserver(m_observerId); }
+CMainFrame::~CMainFrame() {
+    m_document.RemoveViewObserver(m_observerId);
+}
 
 void CMainFrame::ShowPicture() {
     const CDibImage* picture = m_document.GetPicture();
