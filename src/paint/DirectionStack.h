@@ -57,6 +57,64 @@ public:
     }
 
     std::int64_t Size() const { return m_total; }
+
+    // The stack's hot state held in the caller's registers during a walk:
+    // pushes and pops work on local copies, and only a chunk change goes
+    // through the stack object. Hand the cursor back with Release before
+    // using the stack directly again.
+    class Cursor {
+    public:
+        explicit Cursor(DirectionStack& stack)
+            : m_stack(stack), m_data(stack.m_data), m_count(stack.m_count) {}
+
+        int Push(int direction) {
+            if (m_count == kEntriesPerChunk || m_data == nullptr) {
+                const Slow after = PushSlow(m_stack, m_data, m_count, direction);
+                m_data = after.data;
+                m_count = after.count;
+                return after.result;
+            }
+            std::uint8_t& byte = m_data[m_count >> 2];
+            const int shift = 6 - 2 * (m_count & 3);
+            byte = static_cast<std::uint8_t>((byte & ~(3 << shift)) | (direction << shift));
+            ++m_count;
+            return 1;
+        }
+        int Pop() {
+            if (m_count == 0) {
+                const Slow after = PopSlow(m_stack, m_data, m_count);
+                m_data = after.data;
+                m_count = after.count;
+                return after.result;
+            }
+            --m_count;
+            return (m_data[m_count >> 2] >> (6 - 2 * (m_count & 3))) & 3;
+        }
+        void Release() { m_stack.Adopt(m_data, m_count); }
+
+    private:
+        // Chunk changes take and return the cursor's state by value, so that
+        // the cursor itself never leaves the caller's registers.
+        struct Slow {
+            std::uint8_t* data;
+            std::int32_t count;
+            int result;
+        };
+        static Slow PushSlow(DirectionStack& stack, std::uint8_t* data, std::int32_t count, int direction) {
+            stack.Adopt(data, count);
+            const int pushed = stack.Push(direction);
+            return Slow{stack.m_data, stack.m_count, pushed};
+        }
+        static Slow PopSlow(DirectionStack& stack, std::uint8_t* data, std::int32_t count) {
+            stack.Adopt(data, count);
+            const int popped = stack.Pop();
+            return Slow{stack.m_data, stack.m_count, popped};
+        }
+
+        DirectionStack& m_stack;
+        std::uint8_t* m_data;
+        std::int32_t m_count;
+    };
     int ChunkCount() const { return static_cast<int>(m_chunks.size()); }
     // Data byte `index` of the current chunk, for checking the bit layout.
     std::uint8_t CurrentChunkByte(int index) const { return m_data ? m_data[index] : 0; }
@@ -74,6 +132,13 @@ private:
     };
     static_assert(sizeof(ChunkHeader) == kHeaderBytes, "the chunk header is 20 bytes");
 
+    // Takes back the count of the current chunk from a cursor.
+    void Adopt(std::uint8_t* data, std::int32_t count) {
+        if (data == m_data) {
+            m_total += count - m_count;
+            m_count = count;
+        }
+    }
     bool NextChunk();
     bool PreviousChunk();
     ChunkHeader& Header(int chunk) const;

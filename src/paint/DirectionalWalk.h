@@ -4,47 +4,58 @@
 
 // The depth-first walk shared by the flood fill and the magic wand's
 // continuous fill. From the current pixel the directions are tried in the
-// order up, right, down, left; the first neighbour inside the image that the
-// visitor takes becomes the current pixel and its direction is pushed. When
-// all four fail, the direction of the way in is popped, the walk steps back
-// and goes on with the next direction after it. The walk ends when a pop
-// finds the stack empty. Only two bits per step are kept, and no visited-pixel
-// mask: the visitor must refuse pixels it has already taken.
+// order 0 up, 1 right, 2 down, 3 left; the first neighbour inside the image
+// that the cell takes becomes the current pixel and its direction is pushed.
+// When all four fail, the direction of the way in is popped, the walk steps
+// back and goes on with the next direction after it. The walk ends when a pop
+// finds the stack empty. Only two bits per step are kept and there is no
+// visited-pixel mask: the cell must refuse pixels it has already taken.
 //
-// Visitor: bool Take(int x, int y) tests a neighbour inside the image and, when
-// it qualifies, marks it and returns true.
+// Cell: defines a Position type (a pointer cursor on the current pixel, kept
+// in a local so that it lives in registers) and
+//   Position Start(int x, int y);
+//   bool Take(Position& at, int k, int nx, int ny): tests the neighbour in
+//     direction k (inside the image, at nx, ny) and, when it qualifies,
+//     marks it and moves `at` there;
+//   void Back(Position& at, int k): moves `at` back against direction k.
 //
-// Returns false when a push failed for want of memory (the walk then went on
-// with its way back cut short, as the stack allows).
-template <class Visitor>
-bool WalkFromSeed(int width, int height, int x, int y, DirectionStack& stack, Visitor& visitor) {
-    static constexpr int kStepX[4] = {0, 1, 0, -1};
-    static constexpr int kStepY[4] = {-1, 0, 1, 0};
-    bool complete = stack.IsUsable();
+// Returns the final position (for what the cell gathered on the way) and sets
+// `complete` to false when a push failed for want of memory (the walk then
+// went on with its way back cut short, as the stack allows).
+constexpr int kWalkStepX[4] = {0, 1, 0, -1};
+constexpr int kWalkStepY[4] = {-1, 0, 1, 0};
+
+template <class Cell>
+typename Cell::Position WalkFromSeed(int width, int height, int x, int y, DirectionStack& stack,
+                                     const Cell& cell, bool& complete) {
+    complete = stack.IsUsable();
+    typename Cell::Position at = cell.Start(x, y);
+    DirectionStack::Cursor directions(stack);
     int k = 0;
     for (;;) {
-        if (k < 4) {
-            const int nx = x + kStepX[k];
-            const int ny = y + kStepY[k];
+        while (k < 4) {
+            const int nx = x + kWalkStepX[k];
+            const int ny = y + kWalkStepY[k];
             if (static_cast<unsigned>(nx) < static_cast<unsigned>(width) &&
-                static_cast<unsigned>(ny) < static_cast<unsigned>(height) && visitor.Take(nx, ny)) {
-                if (!stack.Push(k)) {
+                static_cast<unsigned>(ny) < static_cast<unsigned>(height) && cell.Take(at, k, nx, ny)) {
+                if (!directions.Push(k)) {
                     complete = false;
                 }
                 x = nx;
                 y = ny;
                 k = 0;
-                continue;
+            } else {
+                ++k;
             }
-            ++k;
-            continue;
         }
-        const int j = stack.Pop();
+        const int j = directions.Pop();
         if (j < 0) {
-            return complete;
+            directions.Release();
+            return at;
         }
-        x -= kStepX[j];
-        y -= kStepY[j];
+        cell.Back(at, j);
+        x -= kWalkStepX[j];
+        y -= kWalkStepY[j];
         k = j + 1;
     }
 }

@@ -46,11 +46,14 @@ private:
     int RenderRadial(CDibImage& image, const Drag& drag) const;
     int RenderRectangle(CDibImage& image, const Drag& drag) const;
     int RenderCone(CDibImage& image, const Drag& drag) const;
-    void WriteRow(std::uint8_t* row, const std::int32_t* indices, int width) const;
+    void PackPixels();
+    void WriteRow(std::uint8_t* row, const std::int32_t* indices, int first, int last) const;
     void FillRow(std::uint8_t* row, int index, int first, int last) const;
 
     // Red, green, blue per entry.
     std::uint8_t m_table[kEntries][3] = {};
+    // The entries as stored pixel bytes (blue, green, red, 0) for rendering.
+    std::uint32_t m_pixels[kEntries] = {};
     std::int16_t m_colorMode = kRgb;
     std::int16_t m_shape = kLinear;
     ColorWord m_start = 0;

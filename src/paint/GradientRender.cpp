@@ -1,5 +1,6 @@
-// Rendering of the gradient shapes. Each row is reduced to ramp indices in a
-// row buffer (a loop the compiler can vectorise), then written as pixels.
+// Rendering of the gradient shapes. Each row is first reduced to ramp indices
+// in a row buffer, by loops written without branches so that the compiler
+// vectorises them, then written as pixels.
 #include "paint/GradientRamp.h"
 
 #include "image/CDibImage.h"
@@ -15,27 +16,10 @@ namespace {
 
 constexpr double kIndexPerRadian = 190.8267767422657; // 1199 / (2 pi)
 constexpr float kPi = 3.14159265358979f;
+constexpr int kLast = GradientRamp::kLast;
 
-// atan2 by a minimax polynomial on the octant (error below 1e-5 radians,
-// far under one ramp step of 0.0052 radians), without branches so that a row
-// of angles vectorises. Straight up and down come out as -pi/2 and pi/2.
-inline float FastAtan2(float y, float x) {
-    const float ax = std::fabs(x);
-    const float ay = std::fabs(y);
-    const float high = std::max(ax, ay);
-    const float low = std::min(ax, ay);
-    const float a = high > 0.0f ? low / high : 0.0f;
-    const float s = a * a;
-    float r =
-        ((((-0.01172120f * s + 0.05265332f) * s - 0.11643287f) * s + 0.19354346f) * s - 0.33262347f) * s * a +
-        0.99997726f * a;
-    r = ay > ax ? 0.5f * kPi - r : r;
-    r = x < 0.0f ? kPi - r : r;
-    return y < 0.0f ? -r : r;
-}
-
-int RoundIndex(double v) {
-    return v <= 0.0 ? 0 : v >= GradientRamp::kLast ? GradientRamp::kLast : static_cast<int>(v + 0.5);
+int CapIndex(int v) {
+    return v > kLast ? kLast : v;
 }
 
 struct RowBuffer {
@@ -46,7 +30,81 @@ struct RowBuffer {
     platform::HeapBlock block;
 };
 
+// Index = round half up of (atZero + x * perColumn), kept in 0..1199.
+void LinearRow(double atZero, double perColumn, int width, std::int32_t* __restrict out) {
+    const double rounded = atZero + 0.5;
+    for (int x = 0; x < width; ++x) {
+        const int v = static_cast<int>(rounded + x * perColumn);
+        out[x] = CapIndex(v < 0 ? 0 : v);
+    }
+}
+
+// Pixels strictly inside the half-width w around the centre column take the
+// index of their rounded distance d, kept incrementally along the row: d is
+// right for D = dy^2 + dx^2 exactly when d*d - d + 1 <= D <= d*d + d. Both
+// sides of the centre share the walk; all other pixels take 1199.
+void RadialRow(std::int64_t rowSquared, int centre, std::int64_t w, const std::int32_t* indexOfDistance,
+               std::int64_t maxDistance, int width, std::int32_t* out) {
+    std::fill(out, out + width, kLast);
+    // Only offsets that land on a column of the row are walked.
+    const std::int64_t nearest = centre < 0 ? -centre : centre >= width ? centre - (width - 1) : 0;
+    const std::int64_t farthest = std::max<std::int64_t>(centre, width - 1 - centre);
+    const std::int64_t end = std::min(w, farthest + 1);
+    std::int64_t squared = rowSquared + nearest * nearest;
+    auto d = static_cast<std::int64_t>(std::sqrt(static_cast<double>(squared)) + 0.5);
+    for (std::int64_t offset = nearest; offset < end; ++offset) {
+        while (squared > d * d + d) {
+            ++d;
+        }
+        const std::int32_t index = indexOfDistance[std::min(d, maxDistance)];
+        if (centre + offset < width) {
+            out[centre + offset] = index;
+        }
+        if (centre - offset >= 0) {
+            out[centre - offset] = index;
+        }
+        squared += 2 * offset + 1;
+    }
+}
+
+// The angle of (x - cx, fy) around the centre by a minimax polynomial for
+// atan on the octant (error below 1e-5 radians, far under one ramp step of
+// 0.0052), minus the reference angle, brought into 0..2 pi; rows grow
+// downwards, so the angle turns clockwise on the screen. The octant choices
+// are arithmetic rather than branches.
+void ConeRow(float fy, float cx, float reference, int width, std::int32_t* __restrict out) {
+    const float ay = std::fabs(fy);
+    const float sign = fy < 0.0f ? -1.0f : 1.0f;
+    const auto perRadian = static_cast<float>(kIndexPerRadian);
+    for (int x = 0; x < width; ++x) {
+        const float fx = static_cast<float>(x) - cx;
+        const float ax = std::fabs(fx);
+        const float steep = static_cast<float>(ay > ax);
+        const float low = ay + steep * (ax - ay);
+        const float high = ax + steep * (ay - ax) + 1e-30f;
+        const float a = low / high;
+        const float s = a * a;
+        float r =
+            ((((-0.01172120f * s + 0.05265332f) * s - 0.11643287f) * s + 0.19354346f) * s - 0.33262347f) * s *
+                a +
+            0.99997726f * a;
+        r = r + steep * (0.5f * kPi - 2.0f * r);
+        r = r + static_cast<float>(fx < 0.0f) * (kPi - 2.0f * r);
+        float angle = sign * r - reference;
+        angle = angle + 6.283185308f * static_cast<float>(angle < 0.0f);
+        out[x] = CapIndex(static_cast<int>(angle * perRadian + 0.5f));
+    }
+}
+
 } // namespace
+
+void GradientRamp::PackPixels() {
+    for (int i = 0; i < kEntries; ++i) {
+        m_pixels[i] = static_cast<std::uint32_t>(m_table[i][2]) |
+                      static_cast<std::uint32_t>(m_table[i][1]) << 8 |
+                      static_cast<std::uint32_t>(m_table[i][0]) << 16;
+    }
+}
 
 int GradientRamp::Render(CDibImage& image, int sx, int sy, int ex, int ey) {
     if (!image.IsValid() || image.BitsPerPixel() != 24) {
@@ -54,6 +112,7 @@ int GradientRamp::Render(CDibImage& image, int sx, int sy, int ex, int ey) {
     }
     platform::WaitCursor wait;
     BuildTable();
+    PackPixels();
     const Drag drag{sx, sy, ex, ey};
     switch (m_shape) {
     case kRadial:
@@ -67,13 +126,16 @@ int GradientRamp::Render(CDibImage& image, int sx, int sy, int ex, int ey) {
     }
 }
 
-void GradientRamp::WriteRow(std::uint8_t* row, const std::int32_t* indices, int width) const {
-    for (int x = 0; x < width; ++x) {
-        const std::uint8_t* c = m_table[indices[x]];
-        std::uint8_t* p = row + 3 * x;
-        p[0] = c[2];
-        p[1] = c[1];
-        p[2] = c[0];
+// Columns first..last from their indices. Pixels are stored four bytes at a
+// time; the fourth byte lands on the next pixel, which is written afterwards,
+// so only the last pixel of the run is stored as three bytes.
+void GradientRamp::WriteRow(std::uint8_t* row, const std::int32_t* indices, int first, int last) const {
+    std::uint8_t* p = row + 3 * first;
+    for (int x = first; x < last; ++x, p += 3) {
+        std::memcpy(p, &m_pixels[indices[x]], 4);
+    }
+    if (first <= last) {
+        std::memcpy(p, &m_pixels[indices[last]], 3);
     }
 }
 
@@ -81,11 +143,8 @@ void GradientRamp::FillRow(std::uint8_t* row, int index, int first, int last) co
     if (first > last) {
         return;
     }
-    const std::uint8_t* c = m_table[index];
     std::uint8_t* p = row + 3 * first;
-    p[0] = c[2];
-    p[1] = c[1];
-    p[2] = c[0];
+    std::memcpy(p, &m_pixels[index], 3);
     const std::size_t total = static_cast<std::size_t>(last - first + 1) * 3;
     std::size_t filled = 3;
     while (filled < total) {
@@ -97,23 +156,32 @@ void GradientRamp::FillRow(std::uint8_t* row, int index, int first, int last) co
 
 // A drag along one column: rows before the start are the start colour, rows
 // past the end the end colour, rows between take |y - sy| * 1199 / |ey - sy|.
+// Rows of one colour are copied from the row above when it has the same one.
 int GradientRamp::RenderVertical(CDibImage& image, const Drag& drag) const {
     if (drag.sy == drag.ey) {
         return 0;
     }
     const int direction = drag.ey > drag.sy ? 1 : -1;
     const int length = std::abs(drag.ey - drag.sy);
+    int previous = -1;
     for (int y = 0; y < image.Height(); ++y) {
         const int along = (y - drag.sy) * direction;
         const int index = along <= 0 ? 0 : along >= length ? kLast : along * kLast / length;
-        FillRow(image.RowData(y), index, 0, image.Width() - 1);
+        if (index == previous) {
+            std::memcpy(image.RowData(y), image.RowData(y - 1), image.RowBytes());
+        } else {
+            FillRow(image.RowData(y), index, 0, image.Width() - 1);
+        }
+        previous = index;
     }
     return 1;
 }
 
 // The index is the pixel's position between the two lines through the start
 // and end points perpendicular to the drag: 1199 times its projection on the
-// drag over the drag's squared length, rounded half up and kept in 0..1199.
+// drag over the drag's squared length, rounded half up and kept in 0..1199;
+// columns beyond the start's line take the start colour, beyond the end's line
+// the end colour.
 int GradientRamp::RenderLinear(CDibImage& image, const Drag& drag) const {
     RowBuffer indices(image.Width());
     if (!indices) {
@@ -122,73 +190,51 @@ int GradientRamp::RenderLinear(CDibImage& image, const Drag& drag) const {
     const double dx = drag.ex - drag.sx;
     const double dy = drag.ey - drag.sy;
     const double scale = kLast / (dx * dx + dy * dy);
-    const double perColumn = dx * scale;
-    std::int32_t* out = indices.data();
     for (int y = 0; y < image.Height(); ++y) {
-        const double atColumnZero = (-drag.sx * dx + (y - drag.sy) * dy) * scale;
-        for (int x = 0; x < image.Width(); ++x) {
-            const double v = std::clamp(atColumnZero + x * perColumn, 0.0, static_cast<double>(kLast));
-            out[x] = static_cast<std::int32_t>(v + 0.5);
-        }
-        WriteRow(image.RowData(y), out, image.Width());
+        LinearRow((-drag.sx * dx + (y - drag.sy) * dy) * scale, dx * scale, image.Width(), indices.data());
+        WriteRow(image.RowData(y), indices.data(), 0, image.Width() - 1);
     }
     return 1;
 }
 
-// Distances d = round(sqrt(D)) are kept incrementally along the row: d is
-// right for D exactly when d*d - d + 1 <= D <= d*d + d.
+// Centre S, radius r = round(|E - S|): rows farther than r from S keep the end
+// colour; on the others the half-width w = round(sqrt(r^2 - dy^2)) bounds the
+// disc, inside which the rounded distance d gives the index.
 int GradientRamp::RenderRadial(CDibImage& image, const Drag& drag) const {
     const double dx = drag.ex - drag.sx;
     const double dy = drag.ey - drag.sy;
     const auto r = static_cast<std::int64_t>(std::sqrt(dx * dx + dy * dy) + 0.5);
-    if (r == 0) {
+    RowBuffer indices(image.Width());
+    RowBuffer indexOfDistance(static_cast<int>(r) + 2);
+    if (r == 0 || !indices || !indexOfDistance) {
         return 0;
     }
+    for (std::int64_t d = 0; d <= r + 1; ++d) {
+        indexOfDistance.data()[d] =
+            static_cast<std::int32_t>(std::min<std::int64_t>((2 * d * kLast + r) / (2 * r), kLast));
+    }
     for (int y = 0; y < image.Height(); ++y) {
-        std::uint8_t* row = image.RowData(y);
-        FillRow(row, kLast, 0, image.Width() - 1);
         const std::int64_t rowDistance = drag.sy - y;
         if (std::llabs(rowDistance) > r) {
+            FillRow(image.RowData(y), kLast, 0, image.Width() - 1);
             continue;
         }
-        const auto w = static_cast<std::int64_t>(
-            std::sqrt(static_cast<double>(r * r - rowDistance * rowDistance)) + 0.5);
-        const std::int64_t first = std::max<std::int64_t>(drag.sx - w + 1, 0);
-        const std::int64_t last = std::min<std::int64_t>(drag.sx + w - 1, image.Width() - 1);
-        if (first > last) {
-            continue;
-        }
-        std::int64_t offset = first - drag.sx;
-        std::int64_t squared = rowDistance * rowDistance + offset * offset;
-        auto d = static_cast<std::int64_t>(std::sqrt(static_cast<double>(squared)) + 0.5);
-        for (std::int64_t x = first; x <= last; ++x) {
-            while (squared > d * d + d) {
-                ++d;
-            }
-            while (d > 0 && squared < d * d - d + 1) {
-                --d;
-            }
-            const int index = static_cast<int>(std::min<std::int64_t>((d * kLast * 2 + r) / (2 * r), kLast));
-            const std::uint8_t* c = m_table[index];
-            std::uint8_t* p = row + 3 * x;
-            p[0] = c[2];
-            p[1] = c[1];
-            p[2] = c[0];
-            squared += 2 * offset + 1;
-            ++offset;
-        }
+        const std::int64_t rowSquared = rowDistance * rowDistance;
+        const auto w = static_cast<std::int64_t>(std::sqrt(static_cast<double>(r * r - rowSquared)) + 0.5);
+        RadialRow(rowSquared, drag.sx, w, indexOfDistance.data(), r + 1, image.Width(), indices.data());
+        WriteRow(image.RowData(y), indices.data(), 0, image.Width() - 1);
     }
     return 1;
 }
 
-// The border of the rectangle spanned by the drag has the end colour, its
-// middle the start colour; outside it the end colour continues.
+// The rectangle spanned by the drag: its border has the end colour and its
+// middle the start colour, the index being 1199 minus the distance from the
+// border times 1199 / half; outside it the end colour continues. Within a row
+// the distance rises from the left edge up to the row's distance from the top
+// or bottom, stays there, and falls again towards the right edge, so a row is
+// filled from one precomputed row of distance indices and its mirror image.
 int GradientRamp::RenderRectangle(CDibImage& image, const Drag& drag) const {
     if (drag.sx == drag.ex && drag.sy == drag.ey) {
-        return 0;
-    }
-    RowBuffer indices(image.Width());
-    if (!indices) {
         return 0;
     }
     const int left = std::min(drag.sx, drag.ex);
@@ -197,26 +243,33 @@ int GradientRamp::RenderRectangle(CDibImage& image, const Drag& drag) const {
     const int bottom = std::max(drag.sy, drag.ey);
     const int half = (std::min(right - left, bottom - top) + 1) >> 1;
     const double scale = half > 0 ? static_cast<double>(kLast) / half : 0.0;
+    const int width = image.Width();
+    RowBuffer indices(width);
+    RowBuffer byDistance(half + 1);
+    if (!indices || !byDistance) {
+        return 0;
+    }
+    for (int d = 0; d <= half; ++d) {
+        byDistance.data()[d] = kLast - std::min(static_cast<int>(d * scale + 0.5), kLast);
+    }
     std::int32_t* out = indices.data();
+    const std::int32_t* ramp = byDistance.data();
     for (int y = 0; y < image.Height(); ++y) {
+        std::uint8_t* row = image.RowData(y);
         if (y < top || y > bottom) {
-            FillRow(image.RowData(y), kLast, 0, image.Width() - 1);
+            FillRow(row, kLast, 0, width - 1);
             continue;
         }
-        const int vertical = std::min(y - top, bottom - y);
-        for (int x = 0; x < image.Width(); ++x) {
-            const int horizontal = std::min(x - left, right - x);
-            const int distance = std::min(horizontal, vertical);
-            out[x] = distance < 0 ? kLast : kLast - RoundIndex(distance * scale);
+        const int vertical = std::min({y - top, bottom - y, half});
+        for (int x = 0; x < width; ++x) {
+            const int distance = std::min({x - left, right - x, vertical});
+            out[x] = distance < 0 ? kLast : ramp[distance];
         }
-        WriteRow(image.RowData(y), out, image.Width());
+        WriteRow(row, out, 0, width - 1);
     }
     return 1;
 }
 
-// Each pixel's angle around the start point, measured from the direction of
-// the end point (clockwise on the screen, since rows grow downwards) and
-// brought into 0..2 pi, gives the index angle * 1199 / (2 pi).
 int GradientRamp::RenderCone(CDibImage& image, const Drag& drag) const {
     if (drag.sx == drag.ex && drag.sy == drag.ey) {
         return 0;
@@ -226,18 +279,10 @@ int GradientRamp::RenderCone(CDibImage& image, const Drag& drag) const {
         return 0;
     }
     const auto reference = static_cast<float>(std::atan2(drag.ey - drag.sy, drag.ex - drag.sx));
-    constexpr float kTwoPi = 6.283185308f;
-    const auto perRadian = static_cast<float>(kIndexPerRadian);
-    std::int32_t* out = indices.data();
     for (int y = 0; y < image.Height(); ++y) {
-        const auto fy = static_cast<float>(y - drag.sy);
-        for (int x = 0; x < image.Width(); ++x) {
-            float angle = FastAtan2(fy, static_cast<float>(x - drag.sx)) - reference;
-            angle = angle < 0.0f ? angle + kTwoPi : angle;
-            const float v = std::min(angle * perRadian + 0.5f, static_cast<float>(kLast));
-            out[x] = static_cast<std::int32_t>(v);
-        }
-        WriteRow(image.RowData(y), out, image.Width());
+        ConeRow(static_cast<float>(y - drag.sy), static_cast<float>(drag.sx), reference, image.Width(),
+                indices.data());
+        WriteRow(image.RowData(y), indices.data(), 0, image.Width() - 1);
     }
     return 1;
 }

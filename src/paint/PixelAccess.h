@@ -41,16 +41,23 @@ struct RowWalker {
     int height;
 };
 
+// Byte offsets of the four walk directions (up, right, down, left) for a row
+// walker and a pixel size in bytes.
+struct StepOffsets {
+    StepOffsets(const RowWalker& rows, int pixelBytes)
+        : offset{-rows.stride, pixelBytes, rows.stride, -pixelBytes} {}
+    std::ptrdiff_t offset[4];
+};
+
 // 24-bit pictures: blue, green, red bytes.
 class TrueColorPixels {
 public:
     explicit TrueColorPixels(CDibImage& image) : m_rows(image) {}
 
     const RowWalker& Rows() const { return m_rows; }
-    Rgb Read(int x, int y) const {
-        const std::uint8_t* p = m_rows.Row(y) + 3 * x;
-        return Rgb{p[2], p[1], p[0]};
-    }
+    Rgb Read(int x, int y) const { return ReadAt(m_rows.Row(y) + 3 * x); }
+    static Rgb ReadAt(const std::uint8_t* p) { return Rgb{p[2], p[1], p[0]}; }
+    std::uint8_t* At(int x, int y) const { return m_rows.Row(y) + 3 * x; }
     // Writes a colour word (0x00BBGGRR).
     void Write(int x, int y, ColorWord color) const {
         std::uint8_t* p = m_rows.Row(y) + 3 * x;
@@ -99,10 +106,11 @@ public:
           m_span{seed.red + tolerance - m_low.red, seed.green + tolerance - m_low.green,
                  seed.blue + tolerance - m_low.blue} {}
 
+    // One branch for the three channels: the tests are combined with & .
     bool Contains(const Rgb& c) const {
-        return static_cast<unsigned>(c.red - m_low.red) <= static_cast<unsigned>(m_span.red) &&
-               static_cast<unsigned>(c.green - m_low.green) <= static_cast<unsigned>(m_span.green) &&
-               static_cast<unsigned>(c.blue - m_low.blue) <= static_cast<unsigned>(m_span.blue);
+        return (static_cast<unsigned>(c.red - m_low.red) <= static_cast<unsigned>(m_span.red)) &
+               (static_cast<unsigned>(c.green - m_low.green) <= static_cast<unsigned>(m_span.green)) &
+               (static_cast<unsigned>(c.blue - m_low.blue) <= static_cast<unsigned>(m_span.blue));
     }
 
 private:

@@ -14,19 +14,64 @@
 namespace {
 
 // Takes a neighbour whose mask bit differs from the mark and whose colour
-// matches the seed's box.
-template <class Pixels> class WandVisitor {
+// matches the seed's box, and sets its bit to the mark. The position is the
+// current pixel of a 24-bit picture and the current row of the mask.
+class TrueColorWandCell {
 public:
-    WandVisitor(const Pixels& pixels, const MaskPixels& mask, const ColorBox& box, int mark)
+    struct Position {
+        std::uint8_t* pixel;
+        std::uint8_t* maskRow;
+    };
+
+    TrueColorWandCell(const TrueColorPixels& pixels, const MaskPixels& mask, const ColorBox& box, int mark)
+        : m_pixels(pixels), m_mask(mask), m_steps(pixels.Rows(), 3), m_maskSteps(mask.Rows(), 0), m_box(box),
+          m_mark(mark) {}
+
+    Position Start(int x, int y) const { return Position{m_pixels.At(x, y), m_mask.Rows().Row(y)}; }
+    bool Take(Position& at, int k, int nx, int) const {
+        std::uint8_t* row = at.maskRow + m_maskSteps.offset[k];
+        std::uint8_t& byte = row[nx >> 3];
+        const auto bit = static_cast<std::uint8_t>(0x80 >> (nx & 7));
+        const std::uint8_t* p = at.pixel + m_steps.offset[k];
+        if (((byte & bit) != 0) == (m_mark != 0) || !m_box.Contains(TrueColorPixels::ReadAt(p))) {
+            return false;
+        }
+        byte = m_mark ? static_cast<std::uint8_t>(byte | bit) : static_cast<std::uint8_t>(byte & ~bit);
+        at.pixel += m_steps.offset[k];
+        at.maskRow = row;
+        return true;
+    }
+    void Back(Position& at, int k) const {
+        at.pixel -= m_steps.offset[k];
+        at.maskRow -= m_maskSteps.offset[k];
+    }
+
+private:
+    TrueColorPixels m_pixels;
+    MaskPixels m_mask;
+    StepOffsets m_steps;
+    StepOffsets m_maskSteps; // rows only: left and right stay in the row
+    ColorBox m_box;
+    int m_mark;
+};
+
+// Any picture through its reader, by coordinates.
+template <class Pixels> class WandCell {
+public:
+    using Position = int;
+
+    WandCell(const Pixels& pixels, const MaskPixels& mask, const ColorBox& box, int mark)
         : m_pixels(pixels), m_mask(mask), m_box(box), m_mark(mark) {}
 
-    bool Take(int x, int y) {
+    Position Start(int, int) const { return 0; }
+    bool Take(Position&, int, int x, int y) const {
         if (m_mask.Bit(x, y) == m_mark || !m_box.Contains(m_pixels.Read(x, y))) {
             return false;
         }
         m_mask.SetBit(x, y, m_mark != 0);
         return true;
     }
+    void Back(Position&, int) const {}
 
 private:
     Pixels m_pixels;
@@ -34,6 +79,9 @@ private:
     ColorBox m_box;
     int m_mark;
 };
+
+template <class Pixels> struct WandCellFor { using Type = WandCell<Pixels>; };
+template <> struct WandCellFor<TrueColorPixels> { using Type = TrueColorWandCell; };
 
 template <class Pixels>
 int MarkWith(CDibImage& picture, CDibImage& mask, int x, int y, int tolerance, bool continuous, int mark) {
@@ -43,8 +91,10 @@ int MarkWith(CDibImage& picture, CDibImage& mask, int x, int y, int tolerance, b
     bits.SetBit(x, y, mark != 0);
     if (continuous) {
         DirectionStack stack;
-        WandVisitor<Pixels> visitor(pixels, bits, box, mark);
-        return WalkFromSeed(picture.Width(), picture.Height(), x, y, stack, visitor) ? 1 : 0;
+        const typename WandCellFor<Pixels>::Type cell(pixels, bits, box, mark);
+        bool complete = true;
+        WalkFromSeed(picture.Width(), picture.Height(), x, y, stack, cell, complete);
+        return complete ? 1 : 0;
     }
     for (int row = 0; row < picture.Height(); ++row) {
         for (int column = 0; column < picture.Width(); ++column) {
