@@ -10,12 +10,22 @@
 
 namespace {
 
+// Bits left..right of a mask row, whole bytes at a time in the middle.
 void SetBits(std::uint8_t* row, int left, int right, bool on) {
-    for (int x = left; x <= right; ++x) {
-        const auto bit = static_cast<std::uint8_t>(0x80 >> (x & 7));
-        row[x >> 3] =
-            on ? static_cast<std::uint8_t>(row[x >> 3] | bit) : static_cast<std::uint8_t>(row[x >> 3] & ~bit);
+    const int first = left >> 3;
+    const int last = right >> 3;
+    const auto head = static_cast<std::uint8_t>(0xFF >> (left & 7));
+    const auto tail = static_cast<std::uint8_t>(0xFF << (7 - (right & 7)));
+    const auto apply = [on](std::uint8_t& byte, std::uint8_t bits) {
+        byte = on ? static_cast<std::uint8_t>(byte | bits) : static_cast<std::uint8_t>(byte & ~bits);
+    };
+    if (first == last) {
+        apply(row[first], static_cast<std::uint8_t>(head & tail));
+        return;
     }
+    apply(row[first], head);
+    std::memset(row + first + 1, on ? 0xFF : 0x00, static_cast<std::size_t>(last - first - 1));
+    apply(row[last], tail);
 }
 
 bool SameColor(const std::uint8_t* p, const std::int16_t* c) {

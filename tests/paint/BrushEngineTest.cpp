@@ -230,3 +230,16 @@ TEST(BrushEngineArtistic, PenKindsAndTheirResults) {
     EXPECT_EQ(PaintArtisticSegment(canvas.engine, 3, 5, 35, 35, 35, 3, kShapeRect), 1);
     EXPECT_EQ(canvas.image->GetPixel(20, 35), MakeColorWord(112, 112, 112)); // 120 - (1920 + 128) / 256
 }
+
+TEST(BrushEngineModes, SolidSpansOnMasksSetAndClearExactlyTheirBits) {
+    auto mask = CreateMask(40, 1, true);
+    BrushEngine engine;
+    engine.SetTargetImage(mask.get());
+    engine.SetForegroundColor(0xFFFFFF);
+    engine.FillSpan(3, 29, 0, kModeSolid);
+    engine.SetForegroundColor(0);
+    engine.FillSpan(5, 5, 0, kModeSolid);
+    for (int x = 0; x < 40; ++x) {
+        EXPECT_EQ(mask->GetBit(x, 0), x >= 3 && x <= 29 && x != 5 ? 1 : 0) << x;
+    }
+}
