@@ -111,10 +111,10 @@ int EditCrop(CommandContext& context, EditResult& result) {
     }
     const ImageRect oldArea = PictureArea(doc);
     context.undo.RecordWithWarning(doc, 9);
-    auto cropped = doc.SetFloatImage(nullptr);
-    doc.DiscardFloating();
-    doc.SetPicture(std::move(cropped));
+    // The views hear about the change only once the new picture is in place.
+    doc.SetPicture(doc.SetFloatImage(nullptr));
     doc.SetMask(std::move(emptyMask));
+    doc.DiscardFloating();
     doc.SetModifiedFlag();
     doc.UpdateAllViews(CBriselDoc::kHintImageSize);
     result.imageSizeChanged = true;
