@@ -19,6 +19,12 @@ PACKAGES=(
   libgmock-dev
   libbenchmark-dev
   fonts-dejavu-core
+  libjpeg-turbo-progs
+  giflib-tools
+  imagemagick
+  python3
+  clang
+  libclang-rt-14-dev
 )
 
 missing=()
