@@ -31,22 +31,49 @@ typename Cell::Position WalkFromSeed(int width, int height, int x, int y, Direct
     complete = stack.IsUsable();
     typename Cell::Position at = cell.Start(x, y);
     DirectionStack::Cursor directions(stack);
+    const auto moved = [&](int k) {
+        if (!directions.Push(k)) {
+            complete = false;
+        }
+        x += kWalkStepX[k];
+        y += kWalkStepY[k];
+    };
+    // Each direction's test is written out, so that its bounds check and
+    // pointer step are constants; a move starts again at direction 0, a step
+    // back resumes after the direction it undid.
     int k = 0;
     for (;;) {
-        while (k < 4) {
-            const int nx = x + kWalkStepX[k];
-            const int ny = y + kWalkStepY[k];
-            if (static_cast<unsigned>(nx) < static_cast<unsigned>(width) &&
-                static_cast<unsigned>(ny) < static_cast<unsigned>(height) && cell.Take(at, k, nx, ny)) {
-                if (!directions.Push(k)) {
-                    complete = false;
-                }
-                x = nx;
-                y = ny;
+        switch (k) {
+        case 0:
+            if (y > 0 && cell.Take(at, 0, x, y - 1)) {
+                moved(0);
                 k = 0;
-            } else {
-                ++k;
+                continue;
             }
+            [[fallthrough]];
+        case 1:
+            if (x + 1 < width && cell.Take(at, 1, x + 1, y)) {
+                moved(1);
+                k = 0;
+                continue;
+            }
+            [[fallthrough]];
+        case 2:
+            if (y + 1 < height && cell.Take(at, 2, x, y + 1)) {
+                moved(2);
+                k = 0;
+                continue;
+            }
+            [[fallthrough]];
+        case 3:
+            if (x > 0 && cell.Take(at, 3, x - 1, y)) {
+                moved(3);
+                k = 0;
+                continue;
+            }
+            [[fallthrough]];
+        default:
+            break;
         }
         const int j = directions.Pop();
         if (j < 0) {
