@@ -47,7 +47,12 @@ private:
     int RenderRectangle(CDibImage& image, const Drag& drag) const;
     int RenderCone(CDibImage& image, const Drag& drag) const;
     void PackPixels();
+
+public:
+    // Columns first..last of a 24-bit row from their ramp indices.
     void WriteRow(std::uint8_t* row, const std::int32_t* indices, int first, int last) const;
+
+private:
     void FillRow(std::uint8_t* row, int index, int first, int last) const;
 
     // Red, green, blue per entry.

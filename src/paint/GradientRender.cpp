@@ -1,6 +1,6 @@
-// Rendering of the gradient shapes. Each row is first reduced to ramp indices
-// in a row buffer, by loops written without branches so that the compiler
-// vectorises them, then written as pixels.
+// Rendering of the linear, radial and rectangle gradients. Each row is first
+// reduced to ramp indices in a row buffer (for the linear shape by a loop
+// without branches that the compiler vectorises), then written as pixels.
 #include "paint/GradientRamp.h"
 
 #include "image/CDibImage.h"
@@ -14,8 +14,6 @@
 
 namespace {
 
-constexpr double kIndexPerRadian = 190.8267767422657; // 1199 / (2 pi)
-constexpr float kPi = 3.14159265358979f;
 constexpr int kLast = GradientRamp::kLast;
 
 int CapIndex(int v) {
@@ -64,35 +62,6 @@ void RadialRow(std::int64_t rowSquared, int centre, std::int64_t w, const std::i
             out[centre - offset] = index;
         }
         squared += 2 * offset + 1;
-    }
-}
-
-// The angle of (x - cx, fy) around the centre by a minimax polynomial for
-// atan on the octant (error below 1e-5 radians, far under one ramp step of
-// 0.0052), minus the reference angle, brought into 0..2 pi; rows grow
-// downwards, so the angle turns clockwise on the screen. The octant choices
-// are arithmetic rather than branches.
-void ConeRow(float fy, float cx, float reference, int width, std::int32_t* __restrict out) {
-    const float ay = std::fabs(fy);
-    const float sign = fy < 0.0f ? -1.0f : 1.0f;
-    const auto perRadian = static_cast<float>(kIndexPerRadian);
-    for (int x = 0; x < width; ++x) {
-        const float fx = static_cast<float>(x) - cx;
-        const float ax = std::fabs(fx);
-        const float steep = static_cast<float>(ay > ax);
-        const float low = ay + steep * (ax - ay);
-        const float high = ax + steep * (ay - ax) + 1e-30f;
-        const float a = low / high;
-        const float s = a * a;
-        float r =
-            ((((-0.01172120f * s + 0.05265332f) * s - 0.11643287f) * s + 0.19354346f) * s - 0.33262347f) * s *
-                a +
-            0.99997726f * a;
-        r = r + steep * (0.5f * kPi - 2.0f * r);
-        r = r + static_cast<float>(fx < 0.0f) * (kPi - 2.0f * r);
-        float angle = sign * r - reference;
-        angle = angle + 6.283185308f * static_cast<float>(angle < 0.0f);
-        out[x] = CapIndex(static_cast<int>(angle * perRadian + 0.5f));
     }
 }
 
@@ -266,23 +235,6 @@ int GradientRamp::RenderRectangle(CDibImage& image, const Drag& drag) const {
             out[x] = distance < 0 ? kLast : ramp[distance];
         }
         WriteRow(row, out, 0, width - 1);
-    }
-    return 1;
-}
-
-int GradientRamp::RenderCone(CDibImage& image, const Drag& drag) const {
-    if (drag.sx == drag.ex && drag.sy == drag.ey) {
-        return 0;
-    }
-    RowBuffer indices(image.Width());
-    if (!indices) {
-        return 0;
-    }
-    const auto reference = static_cast<float>(std::atan2(drag.ey - drag.sy, drag.ex - drag.sx));
-    for (int y = 0; y < image.Height(); ++y) {
-        ConeRow(static_cast<float>(y - drag.sy), static_cast<float>(drag.sx), reference, image.Width(),
-                indices.data());
-        WriteRow(image.RowData(y), indices.data(), 0, image.Width() - 1);
     }
     return 1;
 }

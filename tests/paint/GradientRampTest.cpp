@@ -20,18 +20,6 @@ GradientRamp Ramp(int shape, int mode = GradientRamp::kRgb, ColorWord start = kS
     return ramp;
 }
 
-// The ramp index whose colour the pixel has; -1 when none has.
-int IndexOf(const GradientRamp& ramp, ColorWord color, int near) {
-    for (int d = 0; d < GradientRamp::kEntries; ++d) {
-        for (const int i : {near - d, near + d}) {
-            if (i >= 0 && i < GradientRamp::kEntries && ramp.Entry(i) == color) {
-                return i;
-            }
-        }
-    }
-    return -1;
-}
-
 } // namespace
 
 TEST(GradientRamp, EndEntriesAreExactInEveryColourMode) {
@@ -119,18 +107,25 @@ TEST(GradientRender, RadialRectangleAndCone) {
     EXPECT_EQ(image->GetPixel(15, 15), rectangle.Entry(1199 - 600));
 
     GradientRamp cone = Ramp(GradientRamp::kCone);
-    ASSERT_EQ(cone.Render(*image, 20, 15, 30, 15), 1);
-    int worst = 0;
-    for (int y = 0; y < 31; ++y) {
-        for (int x = 0; x < 41; ++x) {
-            double angle = std::atan2(y - 15, x - 20);
-            angle = angle < 0 ? angle + 6.283185308 : angle;
-            const int exact = std::min(1199, static_cast<int>(angle * 190.8267767422657 + 0.5));
-            const int found = IndexOf(cone, image->GetPixel(x, y), exact);
-            worst = std::max(worst, std::abs(found - exact));
+    // Against the angle computed per pixel, for drags in every direction and a
+    // centre outside the picture.
+    const int drags[][4] = {
+        {20, 15, 30, 15}, {20, 15, 3, 2}, {20, 15, 20, 0}, {-5, 40, 10, 41}, {7, 7, 7, 30}};
+    for (const auto& d : drags) {
+        ASSERT_EQ(cone.Render(*image, d[0], d[1], d[2], d[3]), 1);
+        const double reference = std::atan2(d[3] - d[1], d[2] - d[0]);
+        int wrong = 0;
+        for (int y = 0; y < 31; ++y) {
+            for (int x = 0; x < 41; ++x) {
+                double angle = std::atan2(y - d[1], x - d[0]) - reference;
+                angle = angle < 0 ? angle + 6.283185308 : angle;
+                const int exact = std::min(1199, static_cast<int>(angle * 190.8267767422657 + 0.5));
+                wrong += image->GetPixel(x, y) == cone.Entry(exact) ? 0 : 1;
+            }
         }
+        EXPECT_EQ(wrong, 0) << d[0] << "," << d[1] << " to " << d[2] << "," << d[3];
     }
-    EXPECT_LE(worst, 1);
+    ASSERT_EQ(cone.Render(*image, 20, 15, 30, 15), 1);
     EXPECT_EQ(image->GetPixel(40, 15), kStart) << "the reference direction";
     EXPECT_EQ(image->GetPixel(20, 30), cone.Entry(300)) << "straight down is a quarter turn";
 }
