@@ -10,6 +10,8 @@
 #include "paint/GradientRamp.h"
 #include "paint/PenStroke.h"
 #include "paint/ShapeDrawing.h"
+#include "platform/MessagePresenter.h"
+#include "platform/StringTable.h"
 #include "selection/SelectionShapes.h"
 
 #include <algorithm>
@@ -209,6 +211,7 @@ int RunGradient(CommandContext& context, const EngineOptions& options, const Eng
     const Target target = PaintTarget(doc);
     auto copy = DuplicateImage(target.image);
     if (!copy) {
+        platform::ShowMessage(platform::IDS_DISK_SPACE_NOT_ENOUGH, platform::MB_ICONEXCLAMATION);
         return 0;
     }
     GradientRamp ramp;

@@ -1,6 +1,7 @@
 #include "paint/EngineOperations.h"
 #include "image/CommandContext.h"
 #include "image/DocumentFixture.h"
+#include "platform/StringTable.h"
 
 #include <gtest/gtest.h>
 
@@ -102,4 +103,12 @@ TEST_F(EngineOperationsTest, SelectionOperationsAndPaintingInsideAFloatingSelect
     EXPECT_EQ(doc.GetFloatRect(), (ImageRect{0, 0, 8, 6}));
     ASSERT_EQ(Run("select-none"), 1);
     EXPECT_EQ(doc.GetFloatMask(), nullptr);
+}
+
+TEST_F(EngineOperationsTest, AGradientWithoutMemoryForItsCopyChangesNothing) {
+    platform::HeapBlock::FailNextAllocations(1);
+    EXPECT_EQ(Run("gradient=0,0,19,9"), 0);
+    EXPECT_EQ(presenter.ShownIds().back(), platform::IDS_DISK_SPACE_NOT_ENOUGH);
+    EXPECT_EQ(doc.GetPicture()->GetPixel(19, 9), 0xFFFFFFu);
+    EXPECT_EQ(undo.Kind(), 0);
 }
