@@ -277,7 +277,7 @@ void BrushEngine::SpanSpeckle(BrushEngine& e, int left, int right, int row, std:
         const int r1 = std::rand();
         const int r2 = std::rand();
         const int pick = r1 % 3;
-        const int a = pick == 0 ? base : pick == 1 ? std::min(256, base + jitter) : base - jitter;
+        const int a = pick == 0 ? base : pick == 1 ? std::min(256, base + jitter) : std::max(0, base - jitter);
         std::uint8_t* t = line + 3 * x;
         if (r2 % density != 0 || SameColor(t, c)) {
             continue;
