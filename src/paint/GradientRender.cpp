@@ -65,6 +65,18 @@ void RadialRow(std::int64_t rowSquared, int centre, std::int64_t w, const std::i
     }
 }
 
+// Rows at the same distance above and below a centre line are equal: a row
+// whose mirror image (2 * centre - y, with `twiceCentre` = 2 * centre) was
+// already rendered is copied from it. True when it was copied.
+bool CopyMirroredRow(CDibImage& image, int y, std::int64_t twiceCentre) {
+    const std::int64_t mirror = twiceCentre - y;
+    if (mirror < 0 || mirror >= y) {
+        return false;
+    }
+    std::memcpy(image.RowData(y), image.RowData(static_cast<int>(mirror)), image.RowBytes());
+    return true;
+}
+
 } // namespace
 
 void GradientRamp::PackPixels() {
@@ -183,6 +195,9 @@ int GradientRamp::RenderRadial(CDibImage& image, const Drag& drag) const {
             static_cast<std::int32_t>(std::min<std::int64_t>((2 * d * kLast + r) / (2 * r), kLast));
     }
     for (int y = 0; y < image.Height(); ++y) {
+        if (CopyMirroredRow(image, y, 2 * static_cast<std::int64_t>(drag.sy))) {
+            continue;
+        }
         const std::int64_t rowDistance = drag.sy - y;
         if (std::llabs(rowDistance) > r) {
             FillRow(image.RowData(y), kLast, 0, image.Width() - 1);
@@ -224,6 +239,9 @@ int GradientRamp::RenderRectangle(CDibImage& image, const Drag& drag) const {
     std::int32_t* out = indices.data();
     const std::int32_t* ramp = byDistance.data();
     for (int y = 0; y < image.Height(); ++y) {
+        if (CopyMirroredRow(image, y, static_cast<std::int64_t>(top) + bottom)) {
+            continue;
+        }
         std::uint8_t* row = image.RowData(y);
         if (y < top || y > bottom) {
             FillRow(row, kLast, 0, width - 1);

@@ -97,6 +97,16 @@ TEST(GradientRender, RadialRectangleAndCone) {
         }
     }
     EXPECT_EQ(image->GetPixel(25, 15), radial.Entry(600)); // d 5: round(599.5)
+    ASSERT_EQ(radial.Render(*image, 12, 9, 3, 21), 1); // r = 15, centre off the middle
+    for (int y = 0; y < 31; ++y) {
+        const int dy = 9 - y;
+        const int w = dy * dy <= 225 ? static_cast<int>(std::sqrt(225.0 - dy * dy) + 0.5) : -1;
+        for (int x = 0; x < 41; ++x) {
+            const int d = static_cast<int>(std::sqrt(dy * dy + (x - 12) * (x - 12)) + 0.5);
+            const int index = std::abs(x - 12) < w ? std::min(1199, (2 * d * 1199 + 15) / 30) : 1199;
+            ASSERT_EQ(image->GetPixel(x, y), radial.Entry(index)) << x << "," << y;
+        }
+    }
 
     GradientRamp rectangle = Ramp(GradientRamp::kRectangle);
     ASSERT_EQ(rectangle.Render(*image, 10, 5, 30, 25), 1); // half 10
