@@ -11,6 +11,7 @@
 #include "image/CDibImage.h"
 #include "platform/HeapBlock.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -66,20 +67,31 @@ public:
         const bool below = dy > 0.0;
         const double* cotangents = below ? m_below : m_above;
         int m = IndexOfAngle(Wrap(std::atan2(dy, -cx) - m_reference));
-        double change = Column(cotangents[m], dy, cx);
-        // A pixel exactly on a transition column rounds half up: below the
-        // centre it keeps the index it leaves, above it takes the next one.
-        for (int x = 0; x < width; ++x) {
-            while (x > change || (!below && x == change)) {
-                m = below ? (m == 0 ? kLast : m - 1) : (m == kLast ? 0 : m + 1);
-                change = Column(cotangents[m], dy, cx);
+        int x = 0;
+        while (x < width) {
+            const int last = LastColumn(Column(cotangents[m], dy, cx), below, width);
+            if (last >= x) {
+                std::fill(out + x, out + last + 1, m);
+                x = last + 1;
             }
-            out[x] = m;
+            m = below ? (m == 0 ? kLast : m - 1) : (m == kLast ? 0 : m + 1);
         }
     }
 
 private:
     static double Wrap(double angle) { return angle < 0.0 ? angle + kTwoPi : angle; }
+    // The last column that keeps the index left at column `change`. A pixel
+    // exactly on it rounds half up: below the centre it keeps the index it
+    // leaves, above it takes the next one.
+    static int LastColumn(double change, bool below, int width) {
+        if (change >= width) {
+            return width - 1;
+        }
+        if (change < 0.0) {
+            return -1;
+        }
+        return below ? static_cast<int>(std::floor(change)) : static_cast<int>(std::ceil(change)) - 1;
+    }
     static double Column(double cotangent, double dy, double cx) {
         return std::isnan(cotangent) ? kNever : cx + dy * cotangent;
     }

@@ -97,7 +97,7 @@ TEST(GradientRender, RadialRectangleAndCone) {
         }
     }
     EXPECT_EQ(image->GetPixel(25, 15), radial.Entry(600)); // d 5: round(599.5)
-    ASSERT_EQ(radial.Render(*image, 12, 9, 3, 21), 1); // r = 15, centre off the middle
+    ASSERT_EQ(radial.Render(*image, 12, 9, 3, 21), 1);     // r = 15, centre off the middle
     for (int y = 0; y < 31; ++y) {
         const int dy = 9 - y;
         const int w = dy * dy <= 225 ? static_cast<int>(std::sqrt(225.0 - dy * dy) + 0.5) : -1;
