@@ -152,6 +152,15 @@ TEST(BrushEngineModes, EachFormulaOnOnePixel) {
     EXPECT_EQ(canvas.image->GetPixel(3, 3), MakeColorWord(200, 50, 50));
     canvas.engine.Dab(4, 3, 1, kShapeRect, kModeHueSaturation);
     EXPECT_EQ(canvas.image->GetPixel(4, 3), MakeColorWord(200, 0, 0));
+    canvas.image->SetPixel(5, 3, MakeColorWord(50, 100, 200));
+    canvas.engine.ComputeForegroundHue(255, 128, 0); // hue 30, f 0.5: factors 255 - 127
+    EXPECT_EQ(canvas.engine.ForegroundHue(), 30);
+    canvas.engine.Dab(5, 3, 1, kShapeRect, kModeHueSaturation);
+    EXPECT_EQ(canvas.image->GetPixel(5, 3), MakeColorWord(200, 100, 0));
+    canvas.engine.ComputeForegroundHue(90, 90, 90);
+    EXPECT_EQ(canvas.engine.ForegroundHue(), -1);
+    canvas.engine.Dab(5, 3, 1, kShapeRect, kModeHue);
+    EXPECT_EQ(canvas.image->GetPixel(5, 3), MakeColorWord(200, 100, 0)) << "a grey ink changes nothing";
 
     canvas.engine.SetForegroundColor(MakeColorWord(100, 100, 100));
     canvas.engine.SetBackgroundColor(MakeColorWord(1, 2, 3));
