@@ -10,22 +10,24 @@
 #include "platform/WaitCursor.h"
 
 #include <algorithm>
+#include <type_traits>
 
 namespace {
 
 // Takes a neighbour whose mask bit differs from the mark and whose colour
 // matches the seed's box, and sets its bit to the mark. The position is the
-// current pixel of a 24-bit picture and the current row of the mask.
-class TrueColorWandCell {
+// current pixel of a 24-bit picture and the current row of the mask. The mark
+// (select or deselect) is a compile-time choice.
+template <bool kSelect> class TrueColorWandCell {
 public:
     struct Position {
         std::uint8_t* pixel;
         std::uint8_t* maskRow;
     };
 
-    TrueColorWandCell(const TrueColorPixels& pixels, const MaskPixels& mask, const ColorBox& box, int mark)
-        : m_pixels(pixels), m_mask(mask), m_steps(pixels.Rows(), 3), m_maskSteps(mask.Rows(), 0), m_box(box),
-          m_mark(mark) {}
+    TrueColorWandCell(const TrueColorPixels& pixels, const MaskPixels& mask, const ColorBox& box)
+        : m_pixels(pixels), m_mask(mask), m_steps(pixels.Rows(), 3), m_maskSteps(mask.Rows(), 0), m_box(box) {
+    }
 
     Position Start(int x, int y) const { return Position{m_pixels.At(x, y), m_mask.Rows().Row(y)}; }
     bool Take(Position& at, int k, int nx, int) const {
@@ -33,10 +35,10 @@ public:
         std::uint8_t& byte = row[nx >> 3];
         const auto bit = static_cast<std::uint8_t>(0x80 >> (nx & 7));
         const std::uint8_t* p = at.pixel + m_steps.offset[k];
-        if (((byte & bit) != 0) == (m_mark != 0) || !m_box.Contains(TrueColorPixels::ReadAt(p))) {
+        if (((byte & bit) != 0) == kSelect || !m_box.Contains(TrueColorPixels::ReadAt(p))) {
             return false;
         }
-        byte = m_mark ? static_cast<std::uint8_t>(byte | bit) : static_cast<std::uint8_t>(byte & ~bit);
+        byte = kSelect ? static_cast<std::uint8_t>(byte | bit) : static_cast<std::uint8_t>(byte & ~bit);
         at.pixel += m_steps.offset[k];
         at.maskRow = row;
         return true;
@@ -52,7 +54,6 @@ private:
     StepOffsets m_steps;
     StepOffsets m_maskSteps; // rows only: left and right stay in the row
     ColorBox m_box;
-    int m_mark;
 };
 
 // Any picture through its reader, by coordinates.
@@ -80,8 +81,12 @@ private:
     int m_mark;
 };
 
-template <class Pixels> struct WandCellFor { using Type = WandCell<Pixels>; };
-template <> struct WandCellFor<TrueColorPixels> { using Type = TrueColorWandCell; };
+template <class Cell> int Walk(const CDibImage& picture, int x, int y, const Cell& cell) {
+    DirectionStack stack;
+    bool complete = true;
+    WalkFromSeed(picture.Width(), picture.Height(), x, y, stack, cell, complete);
+    return complete ? 1 : 0;
+}
 
 template <class Pixels>
 int MarkWith(CDibImage& picture, CDibImage& mask, int x, int y, int tolerance, bool continuous, int mark) {
@@ -90,11 +95,12 @@ int MarkWith(CDibImage& picture, CDibImage& mask, int x, int y, int tolerance, b
     const ColorBox box(pixels.Read(x, y), tolerance);
     bits.SetBit(x, y, mark != 0);
     if (continuous) {
-        DirectionStack stack;
-        const typename WandCellFor<Pixels>::Type cell(pixels, bits, box, mark);
-        bool complete = true;
-        WalkFromSeed(picture.Width(), picture.Height(), x, y, stack, cell, complete);
-        return complete ? 1 : 0;
+        if constexpr (std::is_same_v<Pixels, TrueColorPixels>) {
+            return mark ? Walk(picture, x, y, TrueColorWandCell<true>(pixels, bits, box))
+                        : Walk(picture, x, y, TrueColorWandCell<false>(pixels, bits, box));
+        } else {
+            return Walk(picture, x, y, WandCell<Pixels>(pixels, bits, box, mark));
+        }
     }
     for (int row = 0; row < picture.Height(); ++row) {
         for (int column = 0; column < picture.Width(); ++column) {
