@@ -114,3 +114,16 @@ TEST_F(MagicWandTest, AWalkOutOfMemoryLeavesNoSelection) {
     ASSERT_TRUE(FindSetBitsBounds(*bigMask, bounds));
     EXPECT_EQ(bounds, (ImageRect{0, 0, 699, 399}));
 }
+
+TEST(MagicWandMarks, OneBitPicturesAreReadThroughTheirPalette) {
+    auto picture = CreateMask(16, 2, true);
+    picture->SetBit(5, 0, true);
+    picture->SetBit(5, 1, true);
+    auto mask = CreateMask(16, 2, true);
+    EXPECT_EQ(MarkWandArea(*picture, *mask, 0, 0, 10, true, 1), 1);
+    EXPECT_EQ(mask->GetBit(4, 1), 1);
+    EXPECT_EQ(mask->GetBit(5, 0), 0) << "white is far from black";
+    EXPECT_EQ(mask->GetBit(6, 0), 0) << "beyond the white column";
+    EXPECT_EQ(MarkWandArea(*picture, *mask, 0, 0, 10, false, 1), 1);
+    EXPECT_EQ(mask->GetBit(15, 1), 1);
+}
