@@ -133,7 +133,10 @@ int EditSelectAll(CommandContext& context, EditResult& result) {
     context.undo.RecordWithWarning(doc, 5);
     doc.PutFloating(false);
     if (!doc.CreateFloating(0, 0, picture->Width() - 1, picture->Height() - 1, false)) {
-        return Finish(result, doc, area);
+        // The old selection is stamped and gone; the user has been told.
+        Finish(result, doc, area);
+        result.done = 0;
+        return 0;
     }
     doc.SetFloatPosition(0, 0);
     Widen(area, SelectionArea(doc));
