@@ -18,6 +18,8 @@ constexpr std::pair<int, std::string_view> kStrings[] = {
     {IDS_QUALITY_OUT_OF_RANGE, "The quality value is out of range (1..100)."},
     {IDS_IMAGE_TOO_LARGE, "This image file is too large, Tamrick have to load it in a smaller size."},
     {IDS_DEGREE_OUT_OF_RANGE, "The degree is out of the range (0..359)."},
+    {IDS_CLIPBOARD_OPEN_FAILED, "Failed to open Clipboard !\nThe command that you issue does not complete."},
+    {IDS_PASTE_TRUE_COLOR_ONLY, "Failed to paste image !\nOnly true color image can be pasted."},
 };
 } // namespace
 

@@ -18,6 +18,8 @@ enum StringId : int {
     IDS_QUALITY_OUT_OF_RANGE = 124,
     IDS_IMAGE_TOO_LARGE = 126,
     IDS_DEGREE_OUT_OF_RANGE = 66,
+    IDS_CLIPBOARD_OPEN_FAILED = 70,
+    IDS_PASTE_TRUE_COLOR_ONLY = 71,
 };
 
 // The text of a string id; an empty view for an id the table does not hold.
