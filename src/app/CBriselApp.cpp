@@ -1,18 +1,32 @@
 #include "app/CBriselApp.h"
 
 #include "app/CMainFrame.h"
+#include "app/CommandIds.h"
+#include "app/HelpWindow.h"
+#include "app/ToolIcons.h"
+#include "dialogs/AboutDialog.h"
 #include "image/DibHelpers.h"
 #include "platform/MessagePresenter.h"
 #include "platform/ScreenMetrics.h"
 #include "platform/Settings.h"
+#include "platform/StringTable.h"
 #include "platform/WaitCursor.h"
+#include "view/CDisplayRenderer.h"
+#include "view/ToolTable.h"
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <QClipboard>
 #include <QGuiApplication>
+#include <QMimeData>
 #include <QScreen>
+
+static void InitResources() {
+    Q_INIT_RESOURCE(tamrick);
+}
 
 namespace {
 constexpr ColorWord kWhite = 0x00FFFFFF;
+const char* const kNewSection = "New";
 
 void InstallScreenMetrics() {
     const QScreen* screen = QGuiApplication::primaryScreen();
@@ -21,8 +35,7 @@ void InstallScreenMetrics() {
     }
     platform::ScreenMetrics::SetLogicalDpi(qRound(screen->logicalDotsPerInchX()),
                                            qRound(screen->logicalDotsPerInchY()));
-    const QSize size = screen->availableGeometry().size();
-    platform::ScreenMetrics::SetSize(size.width(), size.height());
+    platform::ScreenMetrics::SetSize(screen->size().width(), screen->size().height());
 }
 
 void InstallWaitCursor() {
@@ -30,10 +43,7 @@ void InstallWaitCursor() {
                                       [] { QGuiApplication::restoreOverrideCursor(); });
 }
 
-ColorWord StartupContents() {
-    if (platform::Settings::ReadInt("New", "Contents", 0) == 0) {
-        return kWhite;
-    }
+ColorWord BackgroundSetting() {
     return MakeColorWord(platform::Settings::ReadInt("MainSection", "Background-R", 255),
                          platform::Settings::ReadInt("MainSection", "Background-G", 255),
                          platform::Settings::ReadInt("MainSection", "Background-B", 255));
@@ -41,26 +51,156 @@ ColorWord StartupContents() {
 } // namespace
 
 CBriselApp::CBriselApp() {
+    InitResources();
     QCoreApplication::setOrganizationName(QStringLiteral("Quorvane Systems Inc."));
     QCoreApplication::setApplicationName(QStringLiteral("Tamrick"));
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Tamrick"));
     InstallScreenMetrics();
     InstallWaitCursor();
+    m_renderer = std::make_unique<CDisplayRenderer>();
+    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+        m_renderer->SetScreenDepth(screen->depth());
+    }
 }
 
 CBriselApp::~CBriselApp() {
+    delete m_help;
     m_frame.reset();
     platform::SetMessagePresenter(nullptr);
     platform::WaitCursor::SetHandlers(nullptr, nullptr);
 }
 
-bool CBriselApp::InitInstance() {
+void CBriselApp::StartupPicture() {
     BitmapInfoHeader header;
     InitDibHeader(header, platform::ScreenMetrics::Width(), platform::ScreenMetrics::Height(), 24, 72, 72);
-    if (!m_document.NewImage(header, kFillFormatTrueColor, StartupContents())) {
+    const bool background = platform::Settings::ReadInt(kNewSection, "Contents", 0) != 0;
+    m_document.NewImage(header, kFillFormatTrueColor, background ? BackgroundSetting() : kWhite);
+}
+
+bool CBriselApp::InitInstance(const QStringList& files) {
+    StartupPicture();
+    if (m_document.GetPicture() == nullptr) {
         return false;
     }
-    m_frame = std::make_unique<CMainFrame>(m_document);
+    m_frame = std::make_unique<CMainFrame>(this, m_document, *m_renderer);
     m_presenter = std::make_unique<QtMessagePresenter>(m_frame.get());
     platform::SetMessagePresenter(m_presenter.get());
+    connect(m_frame.get(), &CMainFrame::FileDropped, this, [this](const QString& path) {
+        if (CanCloseDocument()) {
+            OpenDocumentFile(path);
+        }
+    });
+    m_frame->InitialUpdate();
+    // The first view is replaced at once by the object of the current tool.
+    m_frame->OnToolCommand(m_frame->ToolId());
+    if (!files.isEmpty()) {
+        OpenDocumentFile(files.first());
+    }
     return true;
+}
+
+NewImageValues CBriselApp::StoredNewImageValues() {
+    NewImageValues values;
+    values.width = platform::Settings::ReadInt(kNewSection, "Width", 640);
+    values.height = platform::Settings::ReadInt(kNewSection, "Height", 480);
+    values.dpi = platform::Settings::ReadInt(kNewSection, "DPI", 72);
+    values.contents = platform::Settings::ReadInt(kNewSection, "Contents", 0) != 0 ? 1 : 0;
+    return values;
+}
+
+void CBriselApp::OnFileNew() {
+    if (!CanCloseDocument()) {
+        return;
+    }
+    NewImageDialog dialog(StoredNewImageValues(), m_frame.get());
+    if (dialog.exec() != QDialog::Accepted) {
+        return;
+    }
+    const NewImageValues values = dialog.Values();
+    platform::Settings::WriteInt(kNewSection, "Width", values.width);
+    platform::Settings::WriteInt(kNewSection, "Height", values.height);
+    platform::Settings::WriteInt(kNewSection, "DPI", values.dpi);
+    platform::Settings::WriteInt(kNewSection, "Contents", values.contents);
+    CreateNewImage(values);
+}
+
+bool CBriselApp::CreateNewImage(const NewImageValues& values) {
+    BitmapInfoHeader header;
+    InitDibHeader(header, values.width, values.height, 24, values.dpi, values.dpi);
+    const bool wasModified = m_document.IsModified();
+    const bool wasReduced = m_document.IsReduced();
+    const ColorWord contents = values.contents != 0 && m_frame ? m_frame->Background() : kWhite;
+    platform::WaitCursor wait;
+    if (!m_document.NewImage(header, kFillFormatTrueColor, contents)) {
+        m_document.SetModifiedFlag(wasModified);
+        m_document.SetReduced(wasReduced);
+        return false;
+    }
+    m_document.SetPathName("");
+    m_document.SetTitle("");
+    AfterDocumentReplaced();
+    return true;
+}
+
+void CBriselApp::AfterDocumentReplaced() {
+    if (m_frame == nullptr) {
+        return;
+    }
+    m_frame->UndoRecord().Empty();
+    const QString product = QString::fromUtf8(platform::LoadString(platform::IDS_PRODUCT_NAME).data());
+    const QString title = QString::fromStdString(m_document.Title());
+    m_frame->SetBaseCaption(title.isEmpty() ? product : title + QStringLiteral(" - ") + product);
+    m_frame->InitialUpdate();
+}
+
+bool CBriselApp::OpenDocumentFile(const QString&) {
+    // Opening files arrives with the picture loader.
+    return false;
+}
+
+void CBriselApp::OnOpenRecent(int index) {
+    const QString path = m_recent.At(index);
+    if (!path.isEmpty() && CanCloseDocument()) {
+        OpenDocumentFile(path);
+    }
+}
+
+bool CBriselApp::CanCloseDocument() {
+    return true;
+}
+
+void CBriselApp::OnExit(bool askAboutClipboard) {
+    if (m_frame == nullptr) {
+        return;
+    }
+    QClipboard* clipboard = QGuiApplication::clipboard();
+    if (askAboutClipboard && m_frame->HasClipboardData() && clipboard->mimeData() != nullptr &&
+        clipboard->mimeData()->hasImage()) {
+        const auto answer = platform::ShowMessage(platform::IDS_CLIPBOARD_KEEP_DATA,
+                                                  platform::MB_YESNO | platform::MB_ICONQUESTION);
+        if (answer == platform::MessageAnswer::No) {
+            clipboard->clear();
+            m_frame->SetClipboardData(false);
+        }
+    }
+    m_frame->close();
+}
+
+void CBriselApp::OnHelp() {
+    if (m_help == nullptr) {
+        m_help = new HelpWindow;
+        m_help->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    if (!m_help->HasPage()) {
+        platform::ShowMessage(platform::IDS_HELP_MISSING, platform::MB_ICONEXCLAMATION);
+        return;
+    }
+    m_help->show();
+    m_help->raise();
+    m_help->activateWindow();
+}
+
+void CBriselApp::OnAbout() {
+    AboutDialog dialog(icons::Application(), m_frame.get());
+    dialog.exec();
 }

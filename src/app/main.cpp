@@ -6,9 +6,14 @@
 int main(int argc, char* argv[]) {
     QApplication qtApp(argc, argv);
     CBriselApp app;
-    if (!app.InitInstance()) {
+    QStringList files = QApplication::arguments();
+    files.removeFirst();
+    if (!app.InitInstance(files)) {
         return 1;
     }
-    app.MainFrame()->show();
+    CMainFrame* frame = app.MainFrame();
+    frame->showMaximized();
+    frame->raise();
+    frame->activateWindow();
     return QApplication::exec();
 }
