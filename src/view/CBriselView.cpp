@@ -87,32 +87,15 @@ void CBriselView::InvalidateSelection() {
 // ---- zoom ------------------------------------------------------------------
 
 void CBriselView::ZoomInStep(bool redraw) {
-    int next = m_state.zoom + 1;
-    if (next == -1) {
-        next = 1;
+    if (zoom::StepIn(m_state.zoom, m_state.imageWidth, m_state.imageHeight)) {
+        AfterZoomChange(redraw);
     }
-    const zoom::Size size = zoom::ZoomedSize(m_state.imageWidth, m_state.imageHeight, next);
-    if (size.width > zoom::kMaxZoomedSize || size.height > zoom::kMaxZoomedSize) {
-        return;
-    }
-    if (m_state.zoom < zoom::kMaxMagnification) {
-        m_state.zoom = zoom::Normalised(next);
-    }
-    AfterZoomChange(redraw);
 }
 
 void CBriselView::ZoomOutStep(bool redraw) {
-    if (m_state.zoom > zoom::kMaxReduction) {
-        int step = m_state.zoom - 1;
-        if (step == 0) {
-            step = -2;
-        }
-        if (std::min(m_state.imageWidth, m_state.imageHeight) + step < 0) {
-            return;
-        }
-        m_state.zoom = step;
+    if (zoom::StepOut(m_state.zoom, m_state.imageWidth, m_state.imageHeight)) {
+        AfterZoomChange(redraw);
     }
-    AfterZoomChange(redraw);
 }
 
 void CBriselView::ZoomActual() {

@@ -17,21 +17,24 @@ int Normalised(int code) {
     return (code == 0 || code == -1) ? 1 : code;
 }
 
-int StepIn(int code, int width, int height) {
+bool StepIn(int& code, int width, int height) {
     int next = code + 1;
     if (next == -1) {
         next = 1;
     }
     const Size size = ZoomedSize(width, height, next);
     if (size.width > kMaxZoomedSize || size.height > kMaxZoomedSize) {
-        return code;
+        return false;
     }
-    return code < kMaxMagnification ? Normalised(next) : code;
+    if (code < kMaxMagnification) {
+        code = Normalised(next);
+    }
+    return true;
 }
 
-int StepOut(int code, int width, int height) {
+bool StepOut(int& code, int width, int height) {
     if (code <= kMaxReduction) {
-        return code;
+        return true;
     }
     int step = code - 1;
     if (step == 0) {
@@ -39,9 +42,10 @@ int StepOut(int code, int width, int height) {
     }
     const int smaller = width < height ? width : height;
     if (smaller + step < 0) {
-        return code;
+        return false;
     }
-    return step;
+    code = step;
+    return true;
 }
 
 bool CanMagnifyTo(int n, int width, int height) {

@@ -22,12 +22,12 @@ Size ZoomedSize(int width, int height, int code);
 // 0 and -1 are stored as 1.
 int Normalised(int code);
 
-// One step in: the new code, or `code` itself when the step would make the
-// picture larger than kMaxZoomedSize or the code is already 8.
-int StepIn(int code, int width, int height);
-// One step out: the new code, or `code` itself when the picture would vanish
-// or the code is already -8.
-int StepOut(int code, int width, int height);
+// One step in. False, with `code` unchanged, when the step would make the
+// picture larger than kMaxZoomedSize; a code of 8 stays 8 (and is true).
+bool StepIn(int& code, int width, int height);
+// One step out. False, with `code` unchanged, when the picture would vanish;
+// a code of -8 stays -8 (and is true).
+bool StepOut(int& code, int width, int height);
 
 // Enabling rules of the View menu's "x n" and "/ n" entries.
 bool CanMagnifyTo(int n, int width, int height);
