@@ -13,8 +13,8 @@ constexpr int kExitUsage = 2;   // bad command line; nothing was written
 // CliCommandTable.cpp; the help text and the dispatcher read that table.
 struct CliCommand {
     const char* name;
-    const char* synopsis; // arguments after the name, for the usage text
-    const char* summary;  // one line for the help text
+    const char* synopsis;                             // arguments after the name, for the usage text
+    const char* summary;                              // one line for the help text
     int (*run)(const std::vector<std::string>& args); // args after the name
 };
 

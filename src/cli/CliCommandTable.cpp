@@ -5,4 +5,6 @@ namespace {
 const std::vector<CliCommand> kCommands = {};
 } // namespace
 
-std::span<const CliCommand> CliCommands() { return kCommands; }
+std::span<const CliCommand> CliCommands() {
+    return kCommands;
+}

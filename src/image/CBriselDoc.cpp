@@ -18,21 +18,29 @@ void ShowCannotCreate() {
 }
 } // namespace
 
-CDibImage* CBriselDoc::GetImage() const { return m_pFloatImage ? m_pFloatImage.get() : m_pImage.get(); }
+CDibImage* CBriselDoc::GetImage() const {
+    return m_pFloatImage ? m_pFloatImage.get() : m_pImage.get();
+}
 
-CDibImage* CBriselDoc::GetMask() const { return m_pFloatMask ? m_pFloatMask.get() : m_pMask.get(); }
+CDibImage* CBriselDoc::GetMask() const {
+    return m_pFloatMask ? m_pFloatMask.get() : m_pMask.get();
+}
 
 CBriselDoc::ImagePtr CBriselDoc::SetImage(ImagePtr image) {
     return m_pFloatImage ? SetFloatImage(std::move(image)) : SetPicture(std::move(image));
 }
 
-CBriselDoc::ImagePtr CBriselDoc::SetPicture(ImagePtr image) { return std::exchange(m_pImage, std::move(image)); }
+CBriselDoc::ImagePtr CBriselDoc::SetPicture(ImagePtr image) {
+    return std::exchange(m_pImage, std::move(image));
+}
 
 CBriselDoc::ImagePtr CBriselDoc::SetFloatImage(ImagePtr image) {
     return std::exchange(m_pFloatImage, std::move(image));
 }
 
-CBriselDoc::ImagePtr CBriselDoc::SetMask(ImagePtr image) { return std::exchange(m_pMask, std::move(image)); }
+CBriselDoc::ImagePtr CBriselDoc::SetMask(ImagePtr image) {
+    return std::exchange(m_pMask, std::move(image));
+}
 
 CBriselDoc::ImagePtr CBriselDoc::SetFloatMask(ImagePtr image) {
     return std::exchange(m_pFloatMask, std::move(image));
@@ -69,7 +77,8 @@ CBriselDoc::ImagePtr CBriselDoc::CopyPictureRect(int x0, int y0, int x1, int y1)
         ShowCannotCreate();
         return nullptr;
     }
-    result->SetResolution(static_cast<std::int16_t>(picture.DpiX()), static_cast<std::int16_t>(picture.DpiY()));
+    result->SetResolution(static_cast<std::int16_t>(picture.DpiX()),
+                          static_cast<std::int16_t>(picture.DpiY()));
     // Only the part inside the picture is copied; the rest stays zero.
     const int left = std::max(x0, 0);
     const int right = std::min(x1, picture.Width() - 1);
@@ -180,7 +189,8 @@ int CBriselDoc::PutFloating(bool keep) {
         m_pFloatImage->GetRow(y - m_yFloat, floatRow.data());
         m_pFloatMask->GetRow(y - m_yFloat, maskRow.data());
         picture.GetSpan(left, right, y, pictureSpan.data());
-        BlendFloatingRow(pictureSpan.data(), left, right, floatRow.data(), maskRow.data(), m_xFloat, floatWidth);
+        BlendFloatingRow(pictureSpan.data(), left, right, floatRow.data(), maskRow.data(), m_xFloat,
+                         floatWidth);
         picture.PutSpan(left, right, y, pictureSpan.data());
     }
     if (!keep) {

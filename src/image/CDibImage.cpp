@@ -12,7 +12,9 @@ using platform::HeapBlock;
 namespace {
 constexpr std::size_t kHeaderBytes = sizeof(BitmapInfoHeader);
 
-std::size_t HeaderBlockBytes(int colorCount) { return kHeaderBytes + 2 * static_cast<std::size_t>(colorCount); }
+std::size_t HeaderBlockBytes(int colorCount) {
+    return kHeaderBytes + 2 * static_cast<std::size_t>(colorCount);
+}
 
 // Writes the palette-indices form after the 40 header bytes: 0, 1, 2, ...
 void WriteIndexTable(HeapBlock& header, int colorCount) {
@@ -31,7 +33,9 @@ const BitmapInfoHeader* CDibImage::Header() const {
     return reinterpret_cast<const BitmapInfoHeader*>(m_header.data());
 }
 
-const RgbQuad* CDibImage::Palette() const { return reinterpret_cast<const RgbQuad*>(m_palette.data()); }
+const RgbQuad* CDibImage::Palette() const {
+    return reinterpret_cast<const RgbQuad*>(m_palette.data());
+}
 
 std::uint8_t* CDibImage::RowAddress(int y) const {
     return m_bits.data() + static_cast<std::size_t>(m_height - 1 - y) * m_rowBytes;
@@ -96,6 +100,9 @@ int CDibImage::Create(const BitmapInfoHeader* header, const RgbQuad* palette) {
 }
 
 int CDibImage::CopyFrom(const CDibImage& source) {
+    if (!source.IsValid()) {
+        return 0;
+    }
     const bool sameShape = m_bitsPerPixel == source.m_bitsPerPixel && m_width == source.m_width &&
                            m_height == source.m_height && m_imageBytes == source.m_imageBytes;
     if (!sameShape) {
@@ -127,7 +134,8 @@ int CDibImage::CopyFrom(const CDibImage& source) {
             std::memcpy(m_header.data(), source.m_header.data(), m_header.size());
         }
     }
-    m_bits = HeapBlock::Allocate(m_imageBytes);
+    m_bits.reset();
+    m_bits = HeapBlock::AllocateForOverwrite(m_imageBytes);
     const bool blocksMissing = !m_header || (m_colorCount > 0 && !m_palette);
     if (!m_bits || blocksMissing) {
         FreeStorage();
@@ -147,7 +155,8 @@ int CDibImage::CreateFromPackedDib(const std::uint8_t* packed, std::size_t size)
     if (header.biBitCount != 1 && header.biBitCount != 24) {
         return 0;
     }
-    const std::size_t tableBytes = static_cast<std::size_t>(DibColorCount(header.biBitCount)) * sizeof(RgbQuad);
+    const std::size_t tableBytes =
+        static_cast<std::size_t>(DibColorCount(header.biBitCount)) * sizeof(RgbQuad);
     if (size < kHeaderBytes + tableBytes) {
         return 0;
     }
@@ -200,7 +209,19 @@ void CDibImage::Clear(ColorWord background) {
     }
 }
 
-void CDibImage::GetRow(int y, std::uint8_t* dst) const { std::memcpy(dst, RowAddress(y), m_rowBytes); }
+void CDibImage::GetRow(int y, std::uint8_t* dst) const {
+    const std::uint8_t* row = RowAddress(y);
+    if (y + 1 < m_height) {
+        // Passes run top to bottom, which walks the bottom-up storage
+        // backwards; the hardware follows that poorly, so ask for the next
+        // row ahead of time.
+        const std::uint8_t* next = row - m_rowBytes;
+        for (std::uint32_t offset = 0; offset < m_rowBytes; offset += 64) {
+            __builtin_prefetch(next + offset, 0, 0);
+        }
+    }
+    std::memcpy(dst, row, m_rowBytes);
+}
 
 void CDibImage::SetRow(int y, const std::uint8_t* src) {
     std::memcpy(RowAddress(y), src, m_rowBytes);
@@ -218,7 +239,8 @@ int CDibImage::SetRows(int y0, int y1, const std::uint8_t* src) {
     return y1 + 1;
 }
 
-void CDibImage::GetRect(int x0, int /*x1*/, int y0, int y1, std::uint8_t* dst, std::uint32_t dstRowBytes) const {
+void CDibImage::GetRect(int x0, int /*x1*/, int y0, int y1, std::uint8_t* dst,
+                        std::uint32_t dstRowBytes) const {
     if (m_bitsPerPixel < 8) {
         return;
     }

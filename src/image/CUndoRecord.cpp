@@ -29,8 +29,8 @@ int CUndoRecord::Record(CBriselDoc& doc, int kind) {
         DestroySaved();
         break;
     case 1:
-        m_pMask.reset();
-        m_pFloatImage.reset();
+        // Freed first, so that the new copy can reuse its memory.
+        DestroySaved();
         m_pImage = DuplicateImage(doc.GetImage());
         ok = m_pImage != nullptr;
         break;
@@ -45,8 +45,9 @@ int CUndoRecord::Record(CBriselDoc& doc, int kind) {
         m_pMask.reset();
         m_pFloatImage.reset();
         const ImageRect rect = doc.GetFloatRect();
-        m_pImage = doc.GetFloatMask() ? doc.CopyPictureRect(rect.left, rect.top, rect.right - 1, rect.bottom - 1)
-                                      : nullptr;
+        m_pImage = doc.GetFloatMask()
+                       ? doc.CopyPictureRect(rect.left, rect.top, rect.right - 1, rect.bottom - 1)
+                       : nullptr;
         m_xFloat = doc.FloatX();
         m_yFloat = doc.FloatY();
         ok = m_pImage != nullptr;
@@ -64,8 +65,7 @@ int CUndoRecord::Record(CBriselDoc& doc, int kind) {
         m_yFloat = doc.FloatY();
         break;
     case 8:
-        m_pMask.reset();
-        m_pFloatImage.reset();
+        DestroySaved();
         m_pImage = DuplicateImage(doc.GetPicture());
         m_xFloat = doc.FloatX();
         m_yFloat = doc.FloatY();
@@ -112,7 +112,8 @@ int CUndoRecord::RecordSelectionState(CBriselDoc& doc) {
     return 1;
 }
 
-void CUndoRecord::RecordObjects(CBriselDoc& doc, ImagePtr image, ImagePtr mask, int kind, std::uint16_t value) {
+void CUndoRecord::RecordObjects(CBriselDoc& doc, ImagePtr image, ImagePtr mask, int kind,
+                                std::uint16_t value) {
     m_pDoc = &doc;
     m_pImage = std::move(image);
     m_pMask = std::move(mask);
@@ -127,7 +128,9 @@ void CUndoRecord::RecordObjects(CBriselDoc& doc, ImagePtr image, ImagePtr mask, 
     m_bWithPos = false;
 }
 
-void CUndoRecord::AdoptFloatImage(ImagePtr floatImage) { m_pFloatImage = std::move(floatImage); }
+void CUndoRecord::AdoptFloatImage(ImagePtr floatImage) {
+    m_pFloatImage = std::move(floatImage);
+}
 
 void CUndoRecord::SetPosition(int x, int y) {
     m_xFloat = x;
@@ -143,17 +146,12 @@ int CUndoRecord::RecordWithWarning(CBriselDoc& doc, int kind) {
     return 0;
 }
 
-bool CUndoRecord::Undo(CBriselDoc& doc) {
-    if (!CanUndo(&doc)) {
-        return false;
-    }
-    Swap(doc);
-    doc.UpdateAllViews(CBriselDoc::kHintImageSize);
-    return true;
-}
+bool CUndoRecord::Undo(CBriselDoc& doc) { return SwapWhen(CanUndo(&doc), doc); }
 
-bool CUndoRecord::Redo(CBriselDoc& doc) {
-    if (!CanRedo(&doc)) {
+bool CUndoRecord::Redo(CBriselDoc& doc) { return SwapWhen(CanRedo(&doc), doc); }
+
+bool CUndoRecord::SwapWhen(bool enabled, CBriselDoc& doc) {
+    if (!enabled) {
         return false;
     }
     Swap(doc);

@@ -55,6 +55,7 @@ public:
     const CDibImage* SavedFloatImage() const { return m_pFloatImage.get(); }
 
 private:
+    bool SwapWhen(bool enabled, CBriselDoc& doc);
     int RecordSelectionState(CBriselDoc& doc);
     void SwapSelectionState(CBriselDoc& doc);
     void SwapPosition(CBriselDoc& doc);

@@ -14,13 +14,17 @@ std::uint32_t DibRowBytes(int width, int bitsPerPixel) {
     return static_cast<std::uint32_t>(((width * bitsPerPixel + 31) >> 3) & ~3);
 }
 
-int DibColorCount(int bitsPerPixel) { return bitsPerPixel <= 8 ? 1 << bitsPerPixel : 0; }
+int DibColorCount(int bitsPerPixel) {
+    return bitsPerPixel <= 8 ? 1 << bitsPerPixel : 0;
+}
 
 int DpiFromPelsPerMeter(std::int32_t pelsPerMeter) {
     return static_cast<std::int16_t>((static_cast<std::int64_t>(pelsPerMeter) + 1) * 254 / 10000);
 }
 
-std::int32_t PelsPerMeterFromDpi(int dpi) { return dpi * 10000 / 254; }
+std::int32_t PelsPerMeterFromDpi(int dpi) {
+    return dpi * 10000 / 254;
+}
 
 void InitDibHeader(BitmapInfoHeader& header, int width, int height, int bitsPerPixel, int dpiX, int dpiY) {
     header = BitmapInfoHeader{};
@@ -70,7 +74,9 @@ void SetEntry(RgbQuad& entry, int red, int green, int blue) {
     entry.reserved = 0;
 }
 
-bool IsCorner(int c) { return c == 0 || c == 255; }
+bool IsCorner(int c) {
+    return c == 0 || c == 255;
+}
 
 void BuildFixedPalette(RgbQuad* table) {
     std::fill(table, table + 256, RgbQuad{});

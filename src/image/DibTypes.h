@@ -36,9 +36,15 @@ using ColorWord = std::uint32_t;
 constexpr ColorWord MakeColorWord(int red, int green, int blue) {
     return static_cast<ColorWord>((red & 0xFF) | ((green & 0xFF) << 8) | ((blue & 0xFF) << 16));
 }
-constexpr int RedOf(ColorWord c) { return static_cast<int>(c & 0xFF); }
-constexpr int GreenOf(ColorWord c) { return static_cast<int>((c >> 8) & 0xFF); }
-constexpr int BlueOf(ColorWord c) { return static_cast<int>((c >> 16) & 0xFF); }
+constexpr int RedOf(ColorWord c) {
+    return static_cast<int>(c & 0xFF);
+}
+constexpr int GreenOf(ColorWord c) {
+    return static_cast<int>((c >> 8) & 0xFF);
+}
+constexpr int BlueOf(ColorWord c) {
+    return static_cast<int>((c >> 16) & 0xFF);
+}
 
 // A rectangle in image coordinates. Whether right and bottom are inclusive is
 // stated by each operation that uses it.

@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <cstring>
 
-void BlendFloatingRow(std::uint8_t* pictureRun, int firstColumn, int lastColumn, const std::uint8_t* floatingRow,
-                      const std::uint8_t* maskRow, int floatingX, int floatingWidth) {
+void BlendFloatingRow(std::uint8_t* pictureRun, int firstColumn, int lastColumn,
+                      const std::uint8_t* floatingRow, const std::uint8_t* maskRow, int floatingX,
+                      int floatingWidth) {
     const int begin = std::max(firstColumn, floatingX);
     const int end = std::min(lastColumn, floatingX + floatingWidth - 1);
     int x = begin;

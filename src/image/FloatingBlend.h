@@ -9,5 +9,6 @@
 // Only columns inside both runs whose mask bit is set are replaced. Stamping a
 // selection into the picture and drawing it on screen both use this, so what
 // the user sees is exactly what a stamp produces.
-void BlendFloatingRow(std::uint8_t* pictureRun, int firstColumn, int lastColumn, const std::uint8_t* floatingRow,
-                      const std::uint8_t* maskRow, int floatingX, int floatingWidth);
+void BlendFloatingRow(std::uint8_t* pictureRun, int firstColumn, int lastColumn,
+                      const std::uint8_t* floatingRow, const std::uint8_t* maskRow, int floatingX,
+                      int floatingWidth);

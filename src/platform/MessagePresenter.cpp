@@ -63,9 +63,13 @@ MessageAnswer Present(std::string text, int stringId, unsigned style, int captio
 
 } // namespace
 
-void SetMessagePresenter(MessagePresenter* presenter) { g_presenter = presenter; }
+void SetMessagePresenter(MessagePresenter* presenter) {
+    g_presenter = presenter;
+}
 
-MessagePresenter* CurrentMessagePresenter() { return g_presenter != nullptr ? g_presenter : &g_headless; }
+MessagePresenter* CurrentMessagePresenter() {
+    return g_presenter != nullptr ? g_presenter : &g_headless;
+}
 
 MessageAnswer ShowMessage(int stringId, unsigned style, int captionId) {
     return Present(std::string(LoadString(stringId)), stringId, style, captionId);

@@ -9,10 +9,18 @@ int g_width = 240;
 int g_height = 320;
 } // namespace
 
-int ScreenMetrics::LogicalDpiX() { return g_dpiX; }
-int ScreenMetrics::LogicalDpiY() { return g_dpiY; }
-int ScreenMetrics::Width() { return g_width; }
-int ScreenMetrics::Height() { return g_height; }
+int ScreenMetrics::LogicalDpiX() {
+    return g_dpiX;
+}
+int ScreenMetrics::LogicalDpiY() {
+    return g_dpiY;
+}
+int ScreenMetrics::Width() {
+    return g_width;
+}
+int ScreenMetrics::Height() {
+    return g_height;
+}
 
 void ScreenMetrics::SetLogicalDpi(int dpiX, int dpiY) {
     g_dpiX = dpiX > 0 ? dpiX : 96;

@@ -13,7 +13,9 @@ QString KeyPath(const char* section, const char* key) {
     return QString::fromUtf8(section) + QLatin1Char('/') + QString::fromUtf8(key);
 }
 
-QSettings Store() { return QSettings(QSettings::NativeFormat, QSettings::UserScope, kOrganisation, kApplication); }
+QSettings Store() {
+    return QSettings(QSettings::NativeFormat, QSettings::UserScope, kOrganisation, kApplication);
+}
 } // namespace
 
 int Settings::ReadInt(const char* section, const char* key, int defaultValue) {

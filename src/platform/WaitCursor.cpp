@@ -25,6 +25,8 @@ void WaitCursor::SetHandlers(std::function<void()> show, std::function<void()> h
     g_hide = std::move(hide);
 }
 
-bool WaitCursor::IsShown() { return g_depth > 0; }
+bool WaitCursor::IsShown() {
+    return g_depth > 0;
+}
 
 } // namespace platform

@@ -229,8 +229,8 @@ TEST(DibHelpers, FixedPaletteHasTheDocumentedEntries) {
     EXPECT_EQ(rgb(4), MakeColorWord(255, 0, 0));
     EXPECT_EQ(rgb(7), MakeColorWord(255, 255, 255));
     EXPECT_EQ(rgb(8), MakeColorWord(0, 0, 51));
-    EXPECT_EQ(rgb(211), MakeColorWord(255, 255, 204));   // last cube colour
-    EXPECT_EQ(rgb(212), MakeColorWord(64, 0, 0));        // first ramp: 64 in each family
+    EXPECT_EQ(rgb(211), MakeColorWord(255, 255, 204)); // last cube colour
+    EXPECT_EQ(rgb(212), MakeColorWord(64, 0, 0));      // first ramp: 64 in each family
     EXPECT_EQ(rgb(217), MakeColorWord(64, 64, 0));
     EXPECT_EQ(rgb(241), MakeColorWord(192, 192, 0));
     EXPECT_EQ(rgb(242), MakeColorWord(33, 33, 33));

@@ -13,8 +13,8 @@ namespace {
 TEST(PlatformServices, MessagesCarryTheTableTextCaptionAndStyle) {
     ScriptedPresenter presenter;
     presenter.Answer(platform::MessageAnswer::No);
-    const auto answer =
-        platform::ShowMessage(platform::IDS_PUT_FLOATING_BEFORE_SAVE, platform::MB_YESNOCANCEL | platform::MB_ICONQUESTION);
+    const auto answer = platform::ShowMessage(platform::IDS_PUT_FLOATING_BEFORE_SAVE,
+                                              platform::MB_YESNOCANCEL | platform::MB_ICONQUESTION);
     EXPECT_EQ(answer, platform::MessageAnswer::No);
     platform::ShowMessage(platform::IDS_MEMORY_NOT_ENOUGH, platform::MB_ICONEXCLAMATION);
     platform::ShowMessage(platform::IDS_UNDO_OUT_OF_MEMORY, platform::MB_ICONSTOP);
@@ -23,8 +23,9 @@ TEST(PlatformServices, MessagesCarryTheTableTextCaptionAndStyle) {
     EXPECT_EQ(question.caption, "Tamrick");
     EXPECT_EQ(question.icon, platform::MessageIcon::Question);
     EXPECT_EQ(question.buttons, platform::MessageButtons::YesNoCancel);
-    EXPECT_EQ(presenter.Shown()[1].text,
-              "Memory is not enough !\nPlease close some pictures or applications to get  more memory space.");
+    EXPECT_EQ(
+        presenter.Shown()[1].text,
+        "Memory is not enough !\nPlease close some pictures or applications to get  more memory space.");
     EXPECT_EQ(presenter.Shown()[2].icon, platform::MessageIcon::Stop);
 }
 
@@ -35,7 +36,8 @@ TEST(PlatformServices, SettingsLiveInTheCompanyIniFile) {
     EXPECT_EQ(platform::Settings::ReadInt("MainSection", "JPGQuality", 80), 55);
     EXPECT_EQ(platform::Settings::ReadString("Text", "lfFaceName", ""), "Courier New");
     const QSettings store(QSettings::NativeFormat, QSettings::UserScope, "Quorvane Systems Inc.", "Tamrick");
-    EXPECT_TRUE(store.fileName().endsWith("Quorvane Systems Inc./Tamrick.conf")) << store.fileName().toStdString();
+    EXPECT_TRUE(store.fileName().endsWith("Quorvane Systems Inc./Tamrick.conf"))
+        << store.fileName().toStdString();
     EXPECT_EQ(store.value("MainSection/JPGQuality").toInt(), 55);
 }
 
