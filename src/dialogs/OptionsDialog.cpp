@@ -11,11 +11,19 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QSpinBox>
 #include <QVBoxLayout>
+
+namespace {
+// Pictures are always loaded at least this large; the settings can only raise it.
+constexpr int kSmallestLoadWidth = 1920;
+constexpr int kSmallestLoadHeight = 2560;
+} // namespace
 
 OptionsDialog::OptionsDialog(const OptionsValues& values, QWidget* parent)
     : QDialog(parent), m_quality(new NumberTriple(1, 100, values.jpegQuality)), m_display(new QComboBox),
-      m_pressure(new QCheckBox(QStringLiteral("Pen Pressure Simulation"))) {
+      m_pressure(new QCheckBox(QStringLiteral("Pen Pressure Simulation"))), m_maxWidth(new QSpinBox),
+      m_maxHeight(new QSpinBox) {
     setWindowTitle(QStringLiteral("Options"));
     auto* layout = new QVBoxLayout(this);
 
@@ -41,6 +49,22 @@ OptionsDialog::OptionsDialog(const OptionsValues& values, QWidget* parent)
     m_pressure->setChecked(values.pressureSimulation);
     layout->addWidget(m_pressure);
 
+    auto* large = new QGroupBox(QStringLiteral("Large Pictures"));
+    auto* largeLayout = new QFormLayout(large);
+    m_maxWidth->setRange(kSmallestLoadWidth, 30000);
+    m_maxHeight->setRange(kSmallestLoadHeight, 30000);
+    m_maxWidth->setValue(values.maxLoadWidth);
+    m_maxHeight->setValue(values.maxLoadHeight);
+    m_maxWidth->setSuffix(QStringLiteral(" pixels"));
+    m_maxHeight->setSuffix(QStringLiteral(" pixels"));
+    largeLayout->addRow(QStringLiteral("Load up to width :"), m_maxWidth);
+    largeLayout->addRow(QStringLiteral("Load up to height :"), m_maxHeight);
+    auto* note =
+        new QLabel(QStringLiteral("Larger pictures open at a reduced size. Takes effect at the next start."));
+    note->setWordWrap(true);
+    largeLayout->addRow(note);
+    layout->addWidget(large);
+
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     connect(buttons, &QDialogButtonBox::accepted, this, &OptionsDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &OptionsDialog::reject);
@@ -48,7 +72,8 @@ OptionsDialog::OptionsDialog(const OptionsValues& values, QWidget* parent)
 }
 
 OptionsValues OptionsDialog::Values() const {
-    return {m_quality->Value(), m_display->currentIndex(), m_pressure->isChecked()};
+    return {m_quality->Value(), m_display->currentIndex(), m_pressure->isChecked(), m_maxWidth->value(),
+            m_maxHeight->value()};
 }
 
 void OptionsDialog::accept() {

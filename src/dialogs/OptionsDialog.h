@@ -5,14 +5,19 @@
 class NumberTriple;
 class QComboBox;
 class QCheckBox;
+class QSpinBox;
 
 struct OptionsValues {
     int jpegQuality = 80;
     int displayMode = 0;
     bool pressureSimulation = false;
+    // The largest picture loaded at full size (applies from the next start).
+    int maxLoadWidth = 1920;
+    int maxLoadHeight = 2560;
 };
 
-// "Options": JPEG quality, display optimisation and pen pressure simulation.
+// "Options": JPEG quality, display optimisation, pen pressure simulation and
+// the size up to which pictures are loaded without reduction.
 class OptionsDialog : public QDialog {
     Q_OBJECT
 public:
@@ -22,6 +27,8 @@ public:
     NumberTriple* Quality() const { return m_quality; }
     QComboBox* DisplayMode() const { return m_display; }
     QCheckBox* Pressure() const { return m_pressure; }
+    QSpinBox* MaxLoadWidth() const { return m_maxWidth; }
+    QSpinBox* MaxLoadHeight() const { return m_maxHeight; }
 
     // Keeps the dialog open with a message when the quality is out of range.
     void accept() override;
@@ -30,4 +37,6 @@ private:
     NumberTriple* m_quality;
     QComboBox* m_display;
     QCheckBox* m_pressure;
+    QSpinBox* m_maxWidth;
+    QSpinBox* m_maxHeight;
 };

@@ -7,8 +7,13 @@
 #include "view/ToolSwitch.h"
 #include "view/ViewHost.h"
 
+#include <QApplication>
+#include <QDragEnterEvent>
+#include <QMimeData>
 #include <QScrollBar>
+#include <QSignalSpy>
 #include <QTest>
+#include <QWheelEvent>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
@@ -179,6 +184,42 @@ TEST_F(ViewWindowTest, ZoomRefusedBeyondTheLimitLeavesEverythingAsItWas) {
     View().ZoomInStep(true);
     EXPECT_EQ(View().Zoom(), 6);
     EXPECT_TRUE(host.suffix.empty());
+}
+
+} // namespace
+
+namespace {
+
+TEST_F(ViewWindowTest, WheelScrollsAndCtrlWheelZoomsAroundThePointer) {
+    Open(1000, 800);
+    const QPointF at(60, 40);
+    QWheelEvent down(at, view.viewport()->mapToGlobal(at), QPoint(), QPoint(0, -120), Qt::NoButton,
+                     Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(view.viewport(), &down);
+    EXPECT_EQ(view.ScrollY(), 40); // one line: 800 / 20
+
+    const QPoint before = View().ScreenToImage(at.toPoint());
+    QWheelEvent zoomIn(at, view.viewport()->mapToGlobal(at), QPoint(), QPoint(0, 120), Qt::NoButton,
+                       Qt::ControlModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(view.viewport(), &zoomIn);
+    EXPECT_EQ(View().Zoom(), 2);
+    const QPoint after = View().ScreenToImage(at.toPoint());
+    EXPECT_LE(std::abs(after.x() - before.x()), 1);
+    EXPECT_LE(std::abs(after.y() - before.y()), 1);
+}
+
+TEST_F(ViewWindowTest, DroppedFilesAreReported) {
+    Open(100, 100);
+    QSignalSpy dropped(&view, &CViewWindow::FileDropped);
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(QStringLiteral("/tmp/photo.png"))});
+    QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(view.viewport(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(view.viewport(), &drop);
+    ASSERT_EQ(dropped.count(), 1);
+    EXPECT_EQ(dropped.at(0).at(0).toString(), QStringLiteral("/tmp/photo.png"));
 }
 
 } // namespace
