@@ -146,13 +146,9 @@ int CUndoRecord::RecordWithWarning(CBriselDoc& doc, int kind) {
     return 0;
 }
 
-bool CUndoRecord::Undo(CBriselDoc& doc) {
-    return SwapWhen(CanUndo(&doc), doc);
-}
+bool CUndoRecord::Undo(CBriselDoc& doc) { return SwapWhen(CanUndo(&doc), doc); }
 
-bool CUndoRecord::Redo(CBriselDoc& doc) {
-    return SwapWhen(CanRedo(&doc), doc);
-}
+bool CUndoRecord::Redo(CBriselDoc& doc) { return SwapWhen(CanRedo(&doc), doc); }
 
 bool CUndoRecord::SwapWhen(bool enabled, CBriselDoc& doc) {
     if (!enabled) {
