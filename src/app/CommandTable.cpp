@@ -8,6 +8,9 @@
 #include "view/ToolTable.h"
 #include "view/ZoomRules.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMimeData>
 #include <string>
 
 namespace {
@@ -22,6 +25,10 @@ bool HasDocument(const T& t) {
 }
 bool HasSelection(const T& t) {
     return HasDocument(t) && t.doc->GetFloatMask() != nullptr;
+}
+bool ClipboardHasPicture(const T&) {
+    const QMimeData* data = QGuiApplication::clipboard()->mimeData();
+    return data != nullptr && data->hasImage();
 }
 
 int ImageWidth(const T& t) {
@@ -97,8 +104,8 @@ std::vector<CommandEntry> BuildTable() {
          [](const T& t) { return t.frame.UndoRecord().CanRedo(t.doc); }, nullptr, false},
         {cmd::kCut, "Edit", nullptr, "Cut", "Ctrl+X", F, nullptr, HasSelection, nullptr, true},
         {cmd::kCopy, "Edit", nullptr, "Copy", "Ctrl+C", F, nullptr, HasDocument, nullptr, false},
-        {cmd::kPaste, "Edit", nullptr, "Paste", "Ctrl+V", F, nullptr, nullptr, nullptr, false},
-        {cmd::kPasteAsNew, "Edit", nullptr, "Paste as New", nullptr, F, nullptr, nullptr, nullptr, false},
+        {cmd::kPaste, "Edit", nullptr, "Paste", "Ctrl+V", F, nullptr, ClipboardHasPicture, nullptr, false},
+        {cmd::kPasteAsNew, "Edit", nullptr, "Paste as New", nullptr, F, nullptr, ClipboardHasPicture, nullptr, false},
         {cmd::kClear, "Edit", nullptr, "Clear", nullptr, F, nullptr, HasSelection, nullptr, false},
         {cmd::kCrop, "Edit", nullptr, "Crop", nullptr, F, nullptr, HasSelection, nullptr, false},
         {cmd::kFill, "Edit", nullptr, "&Fill...", nullptr, F, nullptr, HasDocument, nullptr, false},
