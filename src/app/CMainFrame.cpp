@@ -20,6 +20,8 @@
 #include <QGuiApplication>
 #include <QMenuBar>
 #include <QScreen>
+#include <QStyle>
+#include <QToolBar>
 
 namespace {
 const char* const kMain = "MainSection";
@@ -61,6 +63,8 @@ CMainFrame::CMainFrame(CBriselApp* app, CBriselDoc& doc, CDisplayRenderer& rende
     m_router->CreateActions(this);
     MenuBuilder::Build(*menuBar(), *m_router);
 
+    BuildStandardBar();
+
     m_palette = new ToolPalette(m_colors[0], m_colors[1], m_penSize, m_penShape, this);
     addToolBar(Qt::LeftToolBarArea, m_palette);
     ConnectPalette();
@@ -78,6 +82,40 @@ CMainFrame::~CMainFrame() {
 
 CBriselView* CMainFrame::View() const {
     return m_viewWindow->View();
+}
+
+void CMainFrame::BuildStandardBar() {
+    struct Button {
+        int id;
+        QIcon icon;
+    };
+    QStyle* look = style();
+    const Button buttons[] = {
+        {cmd::kNew, QIcon::fromTheme("document-new", look->standardIcon(QStyle::SP_FileIcon))},
+        {cmd::kOpen, QIcon::fromTheme("document-open", look->standardIcon(QStyle::SP_DialogOpenButton))},
+        {cmd::kSave, QIcon::fromTheme("document-save", look->standardIcon(QStyle::SP_DialogSaveButton))},
+        {0, {}},
+        {cmd::kUndo, QIcon::fromTheme("edit-undo", look->standardIcon(QStyle::SP_ArrowBack))},
+        {cmd::kRedo, QIcon::fromTheme("edit-redo", look->standardIcon(QStyle::SP_ArrowForward))},
+        {0, {}},
+        {cmd::kZoomIn, icons::ForTool(33028)},
+        {cmd::kZoomOut, icons::ForTool(33029)},
+        {cmd::kActualImage, QIcon::fromTheme("zoom-original", icons::ForTool(33028))},
+        {cmd::kFullScreen,
+         QIcon::fromTheme("view-fullscreen", look->standardIcon(QStyle::SP_TitleBarMaxButton))},
+    };
+    QToolBar* bar = addToolBar(QStringLiteral("Standard"));
+    bar->setObjectName(QStringLiteral("StandardBar"));
+    bar->setIconSize(QSize(22, 22));
+    for (const Button& button : buttons) {
+        if (button.id == 0) {
+            bar->addSeparator();
+            continue;
+        }
+        QAction* action = m_router->Action(button.id);
+        action->setIcon(button.icon);
+        bar->addAction(action);
+    }
 }
 
 void CMainFrame::ReadSettings() {

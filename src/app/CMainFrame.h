@@ -90,6 +90,8 @@ private:
     void ReadSettings();
     void WriteSettings() const;
     void ConnectPalette();
+    // New, Open, Save, Undo, Redo and the zoom commands as buttons.
+    void BuildStandardBar();
     void ChangeColor(int slot);
     void UpdateCaption();
     void OnDocumentChanged(int hint);
