@@ -3,7 +3,7 @@
 JOBS ?= $(shell nproc)
 CONFIGURE = cmake -S . -G Ninja -Wno-dev
 
-.PHONY: deps run test sanitize bench format clean
+.PHONY: deps run test sanitize bench fuzz format clean
 
 deps:
 	@bash scripts/install-deps.sh
@@ -28,6 +28,10 @@ bench: deps
 	$(CONFIGURE) -B build/release -DCMAKE_BUILD_TYPE=Release
 	cmake --build build/release --target bench -j $(JOBS)
 	./build/release/bench/bench
+
+# The file readers under libFuzzer (clang), FUZZ_SECONDS per target.
+fuzz: deps
+	FUZZ_SECONDS=$(or $(FUZZ_SECONDS),20) JOBS=$(JOBS) bash scripts/fuzz.sh
 
 format:
 	git ls-files '*.cpp' '*.h' | xargs clang-format -i

@@ -21,6 +21,12 @@ PACKAGES=(
   fonts-dejavu-core
   xvfb
   xauth
+  libjpeg-turbo-progs
+  giflib-tools
+  imagemagick
+  python3
+  clang
+  libclang-rt-14-dev
 )
 
 missing=()

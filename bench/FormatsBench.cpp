@@ -1,0 +1,256 @@
+// Picture files on a 4000 x 3000 photo-like picture: BMP read and write, JPEG
+// read and write at quality 80 beside the bare libjpeg-turbo library doing the
+// same work in memory and beside its djpeg/cjpeg tools, and the GIF save
+// (colour reduction, diffusion, LZW) beside its pieces and ImageMagick's
+// `convert in.bmp out.gif`. The ratios of the times in one run are the figures
+// that matter.
+#include "formats/ColorReducer.h"
+#include "formats/FileResult.h"
+#include "formats/PictureLoader.h"
+#include "formats/PictureSaver.h"
+#include "image/CDibImage.h"
+#include "image/DibHelpers.h"
+#include "platform/HeapBlock.h"
+
+#include <benchmark/benchmark.h>
+
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <jpeglib.h>
+#include <memory>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+constexpr int kWidth = 4000;
+constexpr int kHeight = 3000;
+constexpr LoadLimitSize kWholePicture{kWidth, kHeight};
+
+// Smooth shapes with fine noise: compresses and quantizes like a photograph.
+std::unique_ptr<CDibImage> MakePhoto() {
+    BitmapInfoHeader header;
+    InitDibHeader(header, kWidth, kHeight, 24, 72, 72);
+    auto image = std::make_unique<CDibImage>();
+    image->Create(&header, nullptr);
+    platform::HeapBlock row = platform::HeapBlock::Allocate(image->RowBytes());
+    std::uint32_t seed = 12345;
+    for (int y = 0; y < kHeight; ++y) {
+        std::uint8_t* p = row.data();
+        for (int x = 0; x < kWidth; ++x) {
+            seed = seed * 1664525u + 1013904223u;
+            const int noise = static_cast<int>(seed >> 28) - 8;
+            const double u = x / 4000.0;
+            const double v = y / 3000.0;
+            const double sky = 120 + 80 * std::sin(3.1 * u + 1.7 * v) * std::cos(2.3 * v);
+            const double hill = 100 + 70 * std::sin(9.0 * u * v + 4 * u);
+            const double leaf = 90 + 60 * std::cos(13.0 * u - 7.0 * v * v);
+            p[0] = static_cast<std::uint8_t>(std::clamp(static_cast<int>(sky) + noise, 0, 255));
+            p[1] = static_cast<std::uint8_t>(std::clamp(static_cast<int>(hill) + noise, 0, 255));
+            p[2] = static_cast<std::uint8_t>(
+                std::clamp(static_cast<int>(leaf * 0.6 + sky * 0.4) + noise, 0, 255));
+            p += 3;
+        }
+        image->SetRow(y, row.data());
+    }
+    return image;
+}
+
+struct Fixture {
+    std::string dir;
+    std::unique_ptr<CDibImage> photo;
+    std::string Path(const char* name) const { return dir + "/" + name; }
+};
+
+const Fixture& Files() {
+    static const Fixture fixture = [] {
+        Fixture f;
+        char pattern[] = "/tmp/tamrick-bench-XXXXXX";
+        f.dir = ::mkdtemp(pattern);
+        static const std::string folder = f.dir;
+        std::atexit([] { std::system(("rm -rf '" + folder + "'").c_str()); });
+        f.photo = MakePhoto();
+        SavePicture(f.Path("photo.bmp"), *f.photo, 80);
+        SavePicture(f.Path("photo.jpg"), *f.photo, 80);
+        return f;
+    }();
+    return fixture;
+}
+
+void Check(benchmark::State& state, int result) {
+    if (result != kFileOk) {
+        state.SkipWithError("file operation failed");
+    }
+}
+
+void BM_BmpRead(benchmark::State& state) {
+    Files(); // built outside the timed loop
+    for (auto _ : state) {
+        std::unique_ptr<CDibImage> picture;
+        Check(state, LoadPicture(Files().Path("photo.bmp"), kWholePicture, picture));
+    }
+}
+BENCHMARK(BM_BmpRead)->Unit(benchmark::kMillisecond);
+
+void BM_BmpWrite(benchmark::State& state) {
+    Files(); // built outside the timed loop
+    for (auto _ : state) {
+        Check(state, SavePicture(Files().Path("out.bmp"), *Files().photo, 80));
+    }
+}
+BENCHMARK(BM_BmpWrite)->Unit(benchmark::kMillisecond);
+
+void BM_JpegRead(benchmark::State& state) {
+    Files(); // built outside the timed loop
+    for (auto _ : state) {
+        std::unique_ptr<CDibImage> picture;
+        Check(state, LoadPicture(Files().Path("photo.jpg"), kWholePicture, picture));
+    }
+}
+BENCHMARK(BM_JpegRead)->Unit(benchmark::kMillisecond);
+
+// The library alone: the same file decoded into one reused row.
+void BM_BareLibjpegDecode(benchmark::State& state) {
+    Files(); // built outside the timed loop
+    std::vector<std::uint8_t> row(kWidth * 3);
+    for (auto _ : state) {
+        std::FILE* file = std::fopen(Files().Path("photo.jpg").c_str(), "rb");
+        jpeg_decompress_struct info{};
+        jpeg_error_mgr error{};
+        info.err = jpeg_std_error(&error);
+        jpeg_create_decompress(&info);
+        jpeg_stdio_src(&info, file);
+        jpeg_read_header(&info, TRUE);
+        info.out_color_space = JCS_EXT_BGR;
+        jpeg_start_decompress(&info);
+        JSAMPROW rows[1] = {row.data()};
+        while (info.output_scanline < info.output_height) {
+            jpeg_read_scanlines(&info, rows, 1);
+        }
+        jpeg_finish_decompress(&info);
+        jpeg_destroy_decompress(&info);
+        std::fclose(file);
+    }
+}
+BENCHMARK(BM_BareLibjpegDecode)->Unit(benchmark::kMillisecond);
+
+// The library alone again, but keeping the picture: every row goes into one
+// fresh 36 MB block, as any loader must store it. The first touch of that
+// memory is a large part of the cost on virtual machines.
+void BM_BareLibjpegDecodeKept(benchmark::State& state) {
+    Files(); // built outside the timed loop
+    const std::size_t rowBytes = DibRowBytes(kWidth, 24);
+    for (auto _ : state) {
+        platform::HeapBlock pixels = platform::HeapBlock::Allocate(rowBytes * kHeight);
+        std::FILE* file = std::fopen(Files().Path("photo.jpg").c_str(), "rb");
+        jpeg_decompress_struct info{};
+        jpeg_error_mgr error{};
+        info.err = jpeg_std_error(&error);
+        jpeg_create_decompress(&info);
+        jpeg_stdio_src(&info, file);
+        jpeg_read_header(&info, TRUE);
+        info.out_color_space = JCS_EXT_BGR;
+        jpeg_start_decompress(&info);
+        while (info.output_scanline < info.output_height) {
+            JSAMPROW rows[1] = {pixels.data() + (kHeight - 1 - info.output_scanline) * rowBytes};
+            jpeg_read_scanlines(&info, rows, 1);
+        }
+        jpeg_finish_decompress(&info);
+        jpeg_destroy_decompress(&info);
+        std::fclose(file);
+        benchmark::DoNotOptimize(pixels.data());
+    }
+}
+BENCHMARK(BM_BareLibjpegDecodeKept)->Unit(benchmark::kMillisecond);
+
+void BM_JpegWrite(benchmark::State& state) {
+    Files(); // built outside the timed loop
+    for (auto _ : state) {
+        Check(state, SavePicture(Files().Path("out.jpg"), *Files().photo, 80));
+    }
+}
+BENCHMARK(BM_JpegWrite)->Unit(benchmark::kMillisecond);
+
+// The library alone: the picture's rows straight from memory into a file.
+void BM_BareLibjpegEncode(benchmark::State& state) {
+    Files(); // built outside the timed loop
+    const CDibImage& photo = *Files().photo;
+    for (auto _ : state) {
+        std::FILE* file = std::fopen(Files().Path("bare.jpg").c_str(), "wb");
+        jpeg_compress_struct info{};
+        jpeg_error_mgr error{};
+        info.err = jpeg_std_error(&error);
+        jpeg_create_compress(&info);
+        jpeg_stdio_dest(&info, file);
+        info.image_width = kWidth;
+        info.image_height = kHeight;
+        info.input_components = 3;
+        info.in_color_space = JCS_EXT_BGR;
+        jpeg_set_defaults(&info);
+        jpeg_set_quality(&info, 80, TRUE);
+        jpeg_start_compress(&info, TRUE);
+        for (int y = 0; y < kHeight; ++y) {
+            JSAMPROW rows[1] = {const_cast<std::uint8_t*>(photo.Bits()) +
+                                static_cast<std::size_t>(kHeight - 1 - y) * photo.RowBytes()};
+            jpeg_write_scanlines(&info, rows, 1);
+        }
+        jpeg_finish_compress(&info);
+        jpeg_destroy_compress(&info);
+        std::fclose(file);
+    }
+}
+BENCHMARK(BM_BareLibjpegEncode)->Unit(benchmark::kMillisecond);
+
+void BM_ColorReduction(benchmark::State& state) {
+    Files(); // built outside the timed loop
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(ColorReducer::Reduce(*Files().photo));
+    }
+}
+BENCHMARK(BM_ColorReduction)->Unit(benchmark::kMillisecond);
+
+void BM_GifWrite(benchmark::State& state) {
+    Files(); // built outside the timed loop
+    for (auto _ : state) {
+        Check(state, SavePicture(Files().Path("out.gif"), *Files().photo, 80));
+    }
+}
+BENCHMARK(BM_GifWrite)->Unit(benchmark::kMillisecond);
+
+// Whole tool runs, process start included, timed by the wall clock.
+void RunTool(benchmark::State& state, const std::string& command) {
+    Files();
+    for (auto _ : state) {
+        const auto start = std::chrono::steady_clock::now();
+        if (std::system((command + " >/dev/null 2>&1").c_str()) != 0) {
+            state.SkipWithError(("tool failed or missing: " + command).c_str());
+            break;
+        }
+        state.SetIterationTime(
+            std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+    }
+}
+
+void BM_DjpegTool(benchmark::State& state) {
+    Files(); // built outside the timed loop
+    RunTool(state, "djpeg -bmp -outfile " + Files().Path("djpeg.bmp") + " " + Files().Path("photo.jpg"));
+}
+BENCHMARK(BM_DjpegTool)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+void BM_CjpegTool(benchmark::State& state) {
+    Files(); // built outside the timed loop
+    RunTool(state,
+            "cjpeg -quality 80 -outfile " + Files().Path("cjpeg.jpg") + " " + Files().Path("photo.bmp"));
+}
+BENCHMARK(BM_CjpegTool)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+void BM_ImageMagickGif(benchmark::State& state) {
+    Files(); // built outside the timed loop
+    RunTool(state, "convert " + Files().Path("photo.bmp") + " " + Files().Path("magick.gif"));
+}
+BENCHMARK(BM_ImageMagickGif)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+} // namespace

@@ -1,0 +1,63 @@
+#include "formats/BmpLoader.h"
+
+#include "formats/CBmpReader.h"
+#include "formats/FileResult.h"
+#include "formats/StreamingScaler.h"
+#include "image/CDibImage.h"
+#include "image/DibHelpers.h"
+
+#include <algorithm>
+#include <cstdint>
+
+namespace {
+// A picture side is a signed 16-bit value.
+constexpr int kLargestSide = 32767;
+
+int Scale(std::int64_t value, std::int64_t numerator, std::int64_t denominator) {
+    return static_cast<int>(std::max<std::int64_t>(1, (value * numerator + denominator / 2) / denominator));
+}
+
+bool CreatePicture(CDibImage& picture, int width, int height) {
+    BitmapInfoHeader header;
+    InitDibHeader(header, width, height, 24, 72, 72);
+    return width > 0 && height > 0 && picture.Create(&header, nullptr) != 0;
+}
+} // namespace
+
+LoadLimitSize FitBmpSize(int width, int height, int boxWidth, int boxHeight) {
+    if (width > boxWidth) {
+        const int candidate = Scale(height, boxWidth, width);
+        if (candidate <= boxHeight) {
+            return {boxWidth, candidate};
+        }
+        return {Scale(width, boxHeight, height), boxHeight};
+    }
+    if (height > boxHeight) {
+        return {Scale(width, boxHeight, height), boxHeight};
+    }
+    return {width, height};
+}
+
+int LoadBmpPicture(const std::string& path, const LoadLimitSize& limits, CDibImage& picture, int& fileWidth,
+                   int& fileHeight) {
+    CBmpReader reader;
+    int width = 0;
+    int height = 0;
+    int bitCount = 0;
+    if (!reader.ReadHeader(path, width, height, bitCount)) {
+        return kFileFailed;
+    }
+    if (bitCount <= 8 && !reader.ReadPalette(1 << bitCount)) {
+        return kFileFailed;
+    }
+    fileWidth = width;
+    fileHeight = height;
+    const LoadLimitSize size = FitBmpSize(width, height, std::min(2 * limits.width, kLargestSide),
+                                          std::min(2 * limits.height, kLargestSide));
+    if (!CreatePicture(picture, size.width, size.height) &&
+        !CreatePicture(picture, size.width / 2, size.height / 2)) {
+        return kFileOutOfMemory;
+    }
+    return StreamingScaler::Run(width, height, picture,
+                                [&reader](std::uint8_t* row) { return reader.ReadRow(row) != 0; });
+}

@@ -1,0 +1,93 @@
+#pragma once
+
+#include "formats/LoadLimits.h"
+#include "platform/MessagePresenter.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+
+class CBriselDoc;
+class CUndoRecord;
+
+// The document's file commands: open, Save, Save As, Revert, the put-floating
+// and save-changes questions, and their enabling rules. Works on one document
+// and the undo record; shows every message through platform::ShowMessage.
+//
+// The window layer plugs in three things:
+//  - the save dialog (SetSaveDialog): given the current path and the filter
+//    list, it returns the chosen path, or nothing when the user cancelled;
+//  - a view reset (SetViewReset): called when a new picture replaces the old
+//    one, so the view goes back to its first scroll position and zoom;
+//  - the JPEG quality (SetJpegQuality): what the main frame holds; by default
+//    the "MainSection" / "JPGQuality" setting is read at each save.
+// Without a save dialog, Save As does nothing and reports failure.
+class CDocumentFiles {
+public:
+    using SaveDialog =
+        std::function<std::optional<std::string>(const std::string& initialPath, const char* filters)>;
+
+    static constexpr int kIdFileSave = 57603;
+    static constexpr int kIdFileSaveAs = 57604;
+    static constexpr int kIdFileRevert = 32836;
+    // Filter lists of the Open and Save dialogs.
+    static constexpr const char* kOpenFilters = "*.bmp;*.jpg;*.jpeg;*.gif;*.png";
+    static constexpr const char* kSaveFilters = "*.bmp;*.jpg;*.jpeg;*.gif;*.png";
+    // The name of a document that stands for no file.
+    static constexpr const char* kUntitledName = "Untitled";
+
+    CDocumentFiles(CBriselDoc& doc, CUndoRecord& undo, LoadLimitSize limits);
+
+    void SetSaveDialog(SaveDialog dialog) { m_saveDialog = std::move(dialog); }
+    void SetViewReset(std::function<void()> reset) { m_viewReset = std::move(reset); }
+    void SetJpegQuality(std::function<int()> quality) { m_jpegQuality = std::move(quality); }
+    const LoadLimitSize& Limits() const { return m_limits; }
+
+    // Opens a picture file into the document. A missing file is reported with
+    // its path and changes nothing. Any other failure leaves a blank
+    // screen-sized picture that is marked reduced, titled with the file name.
+    // 1 on success, 0 on failure.
+    int OnOpenDocument(const std::string& path);
+    // Save (57603): to the document's own path when it has a usable one (not
+    // reduced, not a GIF file), else as Save As. True when saved.
+    bool Save();
+    // Save As (57604): asks the save dialog, saves there and adopts the path.
+    bool SaveAs();
+    // Writes the picture to `path` after asking about a floating selection.
+    // 1 when written, 0 otherwise (the memory message shown when that was
+    // the cause).
+    int OnSaveDocument(const std::string& path);
+    // Asks whether to stamp a floating selection before saving, when one
+    // exists and the document is modified. Yes stamps it (it stays floating).
+    // Returns the answer, or Ok when there was nothing to ask.
+    platform::MessageAnswer AskPutFloating();
+    // Before closing, New or Open: offers to save a modified document. True
+    // when the pending command may go on; false after Cancel, after a failed
+    // save, and after any save that went through the save dialog.
+    bool SaveModified();
+    // Revert (32836): reloads the picture from its file, dropping the
+    // selection and the undo step. 1 on success; on failure the current
+    // picture stays.
+    int Revert();
+
+    bool CanSave() const;
+    bool CanRevert() const;
+    // Tells the user once that the last opened file was loaded at a reduced
+    // size; the view calls this when it is first shown. True when shown.
+    bool ShowReducedNotice();
+
+private:
+    bool IsOpen() const;
+    bool PathIsGif() const;
+    bool HasUsablePath() const;
+    std::string SaveChangesName() const;
+    void OpenFailed(const std::string& path, int result);
+
+    CBriselDoc& m_doc;
+    CUndoRecord& m_undo;
+    LoadLimitSize m_limits;
+    SaveDialog m_saveDialog;
+    std::function<void()> m_viewReset;
+    std::function<int()> m_jpegQuality;
+    bool m_reducedNoticePending = false;
+};

@@ -1,0 +1,72 @@
+#include "formats/StreamingScaler.h"
+
+#include "formats/FileResult.h"
+#include "formats/RowResampler.h"
+#include "image/CDibImage.h"
+#include "platform/HeapBlock.h"
+
+#include <cstring>
+
+using platform::HeapBlock;
+
+int StreamingScaler::CopyRows(int sourceHeight, CDibImage& picture, const RowFetcher& fetchRow) {
+    HeapBlock row = HeapBlock::Allocate(picture.RowBytes());
+    if (!row) {
+        return kFileOutOfMemory;
+    }
+    const int height = picture.Height();
+    for (int stored = 0; stored < sourceHeight && stored < height; ++stored) {
+        if (!fetchRow(row.data())) {
+            return kFileFailed;
+        }
+        picture.SetRow(height - 1 - stored, row.data());
+    }
+    return kFileOk;
+}
+
+int StreamingScaler::Run(int sourceWidth, int sourceHeight, CDibImage& picture, const RowFetcher& fetchRow) {
+    const int width = picture.Width();
+    const int height = picture.Height();
+    if (sourceWidth == width && sourceHeight == height) {
+        return CopyRows(sourceHeight, picture, fetchRow);
+    }
+    const std::size_t outBytes = static_cast<std::size_t>(width) * 3;
+    HeapBlock sourceRow =
+        HeapBlock::Allocate((static_cast<std::size_t>(sourceWidth) * 3 + 3) & ~std::size_t{3});
+    HeapBlock outRow = HeapBlock::Allocate(picture.RowBytes());
+    HeapBlock sums = HeapBlock::Allocate(outBytes * sizeof(std::uint64_t));
+    RowResampler resampler(sourceWidth, width);
+    if (!sourceRow || !outRow || !sums || !resampler.IsValid()) {
+        return kFileOutOfMemory;
+    }
+    auto* sum = reinterpret_cast<std::uint64_t*>(sums.data());
+    std::uint8_t* out = outRow.data();
+    // The resampled row is built in place in the output row, then averaged
+    // with the rows accumulated before it.
+    std::int64_t counter = sourceHeight / 2;
+    std::uint64_t accumulated = 0;
+    int stored = 0;
+    for (int source = 0; source < sourceHeight && stored < height; ++source) {
+        if (!fetchRow(sourceRow.data())) {
+            return kFileFailed;
+        }
+        resampler.Resample(sourceRow.data(), out);
+        counter += height;
+        if (counter < sourceHeight && source != sourceHeight - 1) {
+            for (std::size_t i = 0; i < outBytes; ++i) {
+                sum[i] += out[i];
+            }
+            ++accumulated;
+            continue;
+        }
+        for (std::size_t i = 0; i < outBytes; ++i) {
+            out[i] = static_cast<std::uint8_t>((sum[i] + out[i]) / (accumulated + 1));
+        }
+        std::memset(sum, 0, outBytes * sizeof(std::uint64_t));
+        accumulated = 0;
+        counter -= sourceHeight;
+        picture.SetRow(height - 1 - stored, out);
+        ++stored;
+    }
+    return kFileOk;
+}

@@ -1,0 +1,82 @@
+#!/usr/bin/env bash
+# tamrick-cli info and convert, end to end: outputs, exit codes, messages, and
+# that a failed run never leaves a partial or temporary output file.
+set -uo pipefail
+CLI="$1"
+WORK="$(mktemp -d)"
+trap 'rm -rf "$WORK"' EXIT
+cd "$WORK"
+failures=0
+fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
+expect_rc() { # expected-code description command...
+    local want="$1" what="$2"
+    shift 2
+    "$@" >out.txt 2>err.txt
+    local rc=$?
+    [ "$rc" -eq "$want" ] || fail "$what: exit $rc, wanted $want ($(cat err.txt))"
+}
+
+# A 24-bit BMP of 40 x 30, built byte by byte.
+python3 - <<'PY'
+import struct
+w, h = 40, 30
+row = bytearray()
+rows = bytearray()
+for y in range(h):
+    row = bytearray()
+    for x in range(w):
+        row += bytes([x * 6, y * 8, 100])
+    row += bytes((-len(row)) % 4)
+    rows += row
+header = struct.pack('<2sIHHI', b'BM', 54 + len(rows), 0, 0, 54)
+info = struct.pack('<IiiHHIIiiII', 40, w, h, 1, 24, 0, len(rows), 2834, 2834, 0, 0)
+open('in.bmp', 'wb').write(header + info + rows)
+PY
+
+expect_rc 0 "info bmp" "$CLI" info in.bmp
+grep -qx 'type: bmp' out.txt || fail "info type"
+grep -qx 'width: 40' out.txt || fail "info width"
+grep -qx 'file-height: 30' out.txt || fail "info file height"
+grep -qx 'dpi: 72 72' out.txt || fail "info dpi"
+grep -qx 'reduced: 0' out.txt || fail "info reduced"
+[ "$(wc -l <out.txt)" -eq 7 ] || fail "info prints seven lines"
+
+expect_rc 0 "info reduced" "$CLI" info in.bmp --max-size 10,10
+grep -qx 'width: 20' out.txt && grep -qx 'height: 15' out.txt && grep -qx 'reduced: 1' out.txt || fail "reduced load"
+
+for ext in jpg JPEG gif png bmp; do
+    expect_rc 0 "convert to $ext" "$CLI" convert in.bmp "out.$ext" --quality 90
+    [ -s "out.$ext" ] || fail "out.$ext written"
+    [ ! -e "out.$ext.xxx" ] || fail "out.$ext temporary left"
+done
+expect_rc 0 "info gif" "$CLI" info out.gif
+grep -qx 'type: gif' out.txt || fail "gif type"
+expect_rc 0 "info jpeg" "$CLI" info out.JPEG
+grep -qx 'type: jpeg' out.txt || fail "jpeg type"
+expect_rc 0 "info png" "$CLI" info out.png
+grep -qx 'type: other' out.txt || fail "png type"
+
+# Failures: the message on stderr, exit 1, the old output untouched.
+printf 'old' >keep.jpg
+printf 'BM garbage' >bad.bmp
+expect_rc 1 "bad input" "$CLI" convert bad.bmp keep.jpg
+grep -qx 'Unable to open this image file !' err.txt || fail "message for a bad file"
+[ "$(cat keep.jpg)" = "old" ] || fail "old output kept"
+expect_rc 1 "missing input" "$CLI" convert missing.bmp keep.jpg
+expect_rc 1 "info of a folder" "$CLI" info .
+mkdir taken.bmp
+expect_rc 1 "output is a folder" "$CLI" convert in.bmp taken.bmp
+[ -d taken.bmp ] && [ ! -e taken.bmp.xxx ] || fail "folder output"
+
+# Usage errors: exit 2 and nothing written.
+expect_rc 2 "no arguments" "$CLI" convert
+expect_rc 2 "one path" "$CLI" convert in.bmp
+expect_rc 2 "bad quality" "$CLI" convert in.bmp q.jpg --quality 101
+grep -q 'out of range' err.txt || fail "quality message"
+expect_rc 2 "bad size" "$CLI" convert in.bmp q.jpg --max-size 10x10
+expect_rc 2 "unknown option" "$CLI" convert in.bmp q.jpg --fast
+expect_rc 2 "info without file" "$CLI" info
+[ ! -e q.jpg ] || fail "usage error wrote output"
+
+[ "$failures" -eq 0 ] && echo "all picture command checks passed"
+exit "$failures"
