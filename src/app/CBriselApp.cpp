@@ -2,9 +2,12 @@
 
 #include "app/CMainFrame.h"
 #include "app/CommandIds.h"
+#include "app/FileDialogs.h"
 #include "app/HelpWindow.h"
 #include "app/ToolIcons.h"
 #include "dialogs/AboutDialog.h"
+#include "formats/CDocumentFiles.h"
+#include "formats/LoadLimits.h"
 #include "image/DibHelpers.h"
 #include "platform/MessagePresenter.h"
 #include "platform/ScreenMetrics.h"
@@ -65,6 +68,7 @@ CBriselApp::CBriselApp() {
 
 CBriselApp::~CBriselApp() {
     delete m_help;
+    m_files.reset();
     m_frame.reset();
     platform::SetMessagePresenter(nullptr);
     platform::WaitCursor::SetHandlers(nullptr, nullptr);
@@ -83,6 +87,7 @@ bool CBriselApp::InitInstance(const QStringList& files) {
         return false;
     }
     m_frame = std::make_unique<CMainFrame>(this, m_document, *m_renderer);
+    ConnectDocumentFiles();
     m_presenter = std::make_unique<QtMessagePresenter>(m_frame.get());
     platform::SetMessagePresenter(m_presenter.get());
     connect(m_frame.get(), &CMainFrame::FileDropped, this, [this](const QString& path) {
@@ -97,6 +102,19 @@ bool CBriselApp::InitInstance(const QStringList& files) {
         OpenDocumentFile(files.first());
     }
     return true;
+}
+
+void CBriselApp::ConnectDocumentFiles() {
+    m_files = std::make_unique<CDocumentFiles>(m_document, m_frame->UndoRecord(), LoadLimits::AtStartUp());
+    m_files->SetSaveDialog([this](const std::string& initialPath, const char*) -> std::optional<std::string> {
+        const QString path = FileDialogs::AskSavePath(m_frame.get(), QString::fromStdString(initialPath));
+        if (path.isEmpty()) {
+            return std::nullopt;
+        }
+        return path.toStdString();
+    });
+    m_files->SetViewReset([this] { m_frame->InitialUpdate(); });
+    m_files->SetJpegQuality([this] { return m_frame->JpegQuality(); });
 }
 
 NewImageValues CBriselApp::StoredNewImageValues() {
@@ -147,15 +165,85 @@ void CBriselApp::AfterDocumentReplaced() {
         return;
     }
     m_frame->UndoRecord().Empty();
-    const QString product = QString::fromUtf8(platform::LoadString(platform::IDS_PRODUCT_NAME).data());
-    const QString title = QString::fromStdString(m_document.Title());
-    m_frame->SetBaseCaption(title.isEmpty() ? product : title + QStringLiteral(" - ") + product);
+    ShowDocumentCaption();
     m_frame->InitialUpdate();
 }
 
-bool CBriselApp::OpenDocumentFile(const QString&) {
-    // Opening files arrives with the picture loader.
-    return false;
+void CBriselApp::ShowDocumentCaption() {
+    const QString product = QString::fromUtf8(platform::LoadString(platform::IDS_PRODUCT_NAME).data());
+    const QString title = QString::fromStdString(m_document.Title());
+    m_frame->SetBaseCaption(title.isEmpty() ? product : title + QStringLiteral(" - ") + product);
+}
+
+void CBriselApp::OnFileOpen() {
+    if (!CanCloseDocument()) {
+        return;
+    }
+    const QString path = FileDialogs::AskOpenPath(m_frame.get());
+    if (!path.isEmpty()) {
+        OpenDocumentFile(path);
+    }
+}
+
+bool CBriselApp::OpenDocumentFile(const QString& path) {
+    if (m_files == nullptr) {
+        return false;
+    }
+    // A missing file changes nothing; every other outcome replaces the picture
+    // (a failed load leaves a blank one) and says so with a size-change update.
+    bool replaced = false;
+    const int watch = m_document.AddViewObserver(
+        [&replaced](int hint) { replaced = replaced || hint == CBriselDoc::kHintImageSize; });
+    const bool opened = m_files->OnOpenDocument(path.toStdString()) == 1;
+    m_document.RemoveViewObserver(watch);
+    if (replaced) {
+        AfterDocumentReplaced();
+    }
+    if (!opened) {
+        m_recent.Remove(path);
+        return false;
+    }
+    m_recent.Add(path);
+    m_files->ShowReducedNotice();
+    return true;
+}
+
+void CBriselApp::AfterDocumentCommand(bool succeeded) {
+    if (!succeeded || m_frame == nullptr) {
+        return;
+    }
+    if (!m_document.PathName().empty()) {
+        m_recent.Add(QString::fromStdString(m_document.PathName()));
+    }
+    ShowDocumentCaption();
+    m_frame->StateChanged();
+}
+
+void CBriselApp::OnSend(ExternalSender::Channel channel) {
+    if (m_files == nullptr) {
+        return;
+    }
+    const bool noFile = m_document.PathName().empty() || m_document.IsReduced();
+    if (m_document.IsModified() || noFile) {
+        switch (platform::ShowMessage(platform::IDS_SAVE_BEFORE_SENDING,
+                                      platform::MB_YESNOCANCEL | platform::MB_ICONQUESTION)) {
+        case platform::MessageAnswer::Yes:
+            if (!m_files->Save()) {
+                return;
+            }
+            m_document.SetModifiedFlag(false);
+            AfterDocumentCommand(true);
+            break;
+        case platform::MessageAnswer::No:
+            if (noFile) {
+                return;
+            }
+            break;
+        default:
+            return;
+        }
+    }
+    ExternalSender::Send(channel, QString::fromStdString(m_document.PathName()));
 }
 
 void CBriselApp::OnOpenRecent(int index) {
@@ -166,7 +254,7 @@ void CBriselApp::OnOpenRecent(int index) {
 }
 
 bool CBriselApp::CanCloseDocument() {
-    return true;
+    return m_files == nullptr || m_files->SaveModified();
 }
 
 void CBriselApp::OnExit(bool askAboutClipboard) {

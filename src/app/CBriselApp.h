@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/ExternalSender.h"
 #include "app/HelpWindow.h"
 #include "app/QtMessagePresenter.h"
 #include "app/RecentFiles.h"
@@ -12,6 +13,7 @@
 #include <memory>
 
 class CDisplayRenderer;
+class CDocumentFiles;
 class CMainFrame;
 
 // The application object: it starts the program (settings, the start-up
@@ -31,13 +33,19 @@ public:
     CBriselDoc& Document() { return m_document; }
     CDisplayRenderer& Renderer() { return *m_renderer; }
     RecentFiles& Recent() { return m_recent; }
+    // The document's file commands (open, save, revert and their questions).
+    CDocumentFiles* Files() const { return m_files.get(); }
 
     // File commands.
     void OnFileNew();
     // Makes the document a new picture; false (and the document unchanged)
     // when it cannot be made.
     bool CreateNewImage(const NewImageValues& values);
+    void OnFileOpen();
     bool OpenDocumentFile(const QString& path);
+    // After Save, Save As or Revert: the caption and the recent files follow.
+    void AfterDocumentCommand(bool succeeded);
+    void OnSend(ExternalSender::Channel channel);
     void OnOpenRecent(int index);
     bool HasRecentFile(int index) const { return index < m_recent.Count(); }
     void OnExit(bool askAboutClipboard);
@@ -53,10 +61,13 @@ public:
 private:
     void StartupPicture();
     void AfterDocumentReplaced();
+    void ShowDocumentCaption();
+    void ConnectDocumentFiles();
 
     CBriselDoc m_document;
     std::unique_ptr<CDisplayRenderer> m_renderer;
     std::unique_ptr<CMainFrame> m_frame;
+    std::unique_ptr<CDocumentFiles> m_files;
     std::unique_ptr<QtMessagePresenter> m_presenter;
     RecentFiles m_recent;
     QPointer<HelpWindow> m_help;

@@ -1,5 +1,6 @@
 #include "app/CommandRouter.h"
 
+#include "app/CBriselApp.h"
 #include "app/CMainFrame.h"
 
 #include <QAction>
@@ -30,7 +31,8 @@ QAction* CommandRouter::Action(int id) const {
 }
 
 CommandTargets CommandRouter::TargetsFor(int id) const {
-    return CommandTargets{id, m_frame, m_frame.View(), m_frame.Document(), m_frame.App()};
+    CBriselApp* app = m_frame.App();
+    return CommandTargets{id, m_frame, m_frame.View(), m_frame.Document(), app, app ? app->Files() : nullptr};
 }
 
 bool CommandRouter::TargetAvailable(const CommandEntry& entry, const CommandTargets& targets) const {
@@ -38,7 +40,7 @@ bool CommandRouter::TargetAvailable(const CommandEntry& entry, const CommandTarg
     case CommandTarget::View:
         return targets.view != nullptr;
     case CommandTarget::Document:
-        return targets.doc != nullptr;
+        return targets.doc != nullptr && targets.files != nullptr;
     case CommandTarget::Application:
         return targets.app != nullptr;
     case CommandTarget::Frame:

@@ -3,6 +3,7 @@
 #include "app/CBriselApp.h"
 #include "app/CMainFrame.h"
 #include "app/CommandIds.h"
+#include "formats/CDocumentFiles.h"
 #include "image/CBriselDoc.h"
 #include "view/CBriselView.h"
 #include "view/ToolTable.h"
@@ -64,7 +65,8 @@ std::vector<CommandEntry> BuildTable() {
         // File
         {cmd::kNew, "File", nullptr, "New...", "Ctrl+N", A, [](T& t) { t.app->OnFileNew(); }, nullptr,
          nullptr, false},
-        {cmd::kOpen, "File", nullptr, "Open...", "Ctrl+O", A, nullptr, nullptr, nullptr, false},
+        {cmd::kOpen, "File", nullptr, "Open...", "Ctrl+O", A, [](T& t) { t.app->OnFileOpen(); }, nullptr,
+         nullptr, false},
         {cmd::kRecentFirst + 0, "File", "Open Recent", "1", nullptr, A, OpenRecent<0>, HasRecent<0>, nullptr,
          false},
         {cmd::kRecentFirst + 1, "File", "Open Recent", "2", nullptr, A, OpenRecent<1>, HasRecent<1>, nullptr,
@@ -81,12 +83,18 @@ std::vector<CommandEntry> BuildTable() {
          false},
         {cmd::kRecentFirst + 7, "File", "Open Recent", "8", nullptr, A, OpenRecent<7>, HasRecent<7>, nullptr,
          false},
-        {cmd::kSave, "File", nullptr, "Save", "Ctrl+S", D, nullptr, nullptr, nullptr, true},
-        {cmd::kSaveAs, "File", nullptr, "Save As...", "Ctrl+Shift+S", D, nullptr, nullptr, nullptr, false},
-        {cmd::kRevert, "File", nullptr, "Revert", nullptr, D, nullptr, nullptr, nullptr, false},
-        {cmd::kSendMail, "File", nullptr, "Send via E-mail...", nullptr, A, nullptr, nullptr, nullptr, true},
-        {cmd::kSendInfrared, "File", nullptr, "Send via Infrared...", nullptr, A, nullptr, nullptr, nullptr,
-         false},
+        {cmd::kSave, "File", nullptr, "Save", "Ctrl+S", D,
+         [](T& t) { t.app->AfterDocumentCommand(t.files->Save()); },
+         [](const T& t) { return t.files->CanSave(); }, nullptr, true},
+        {cmd::kSaveAs, "File", nullptr, "Save As...", "Ctrl+Shift+S", D,
+         [](T& t) { t.app->AfterDocumentCommand(t.files->SaveAs()); }, HasDocument, nullptr, false},
+        {cmd::kRevert, "File", nullptr, "Revert", nullptr, D,
+         [](T& t) { t.app->AfterDocumentCommand(t.files->Revert() == 1); },
+         [](const T& t) { return t.files->CanRevert(); }, nullptr, false},
+        {cmd::kSendMail, "File", nullptr, "Send via E-mail...", nullptr, A,
+         [](T& t) { t.app->OnSend(ExternalSender::Channel::Mail); }, HasDocument, nullptr, true},
+        {cmd::kSendInfrared, "File", nullptr, "Send via Infrared...", nullptr, A,
+         [](T& t) { t.app->OnSend(ExternalSender::Channel::Device); }, HasDocument, nullptr, false},
         {cmd::kOptions, "File", nullptr, "Options...", nullptr, F, [](T& t) { t.frame.OnOptions(); }, nullptr,
          nullptr, true},
         {cmd::kAbout, "File", nullptr, "About...", nullptr, A, [](T& t) { t.app->OnAbout(); }, nullptr,
@@ -105,7 +113,8 @@ std::vector<CommandEntry> BuildTable() {
         {cmd::kCut, "Edit", nullptr, "Cut", "Ctrl+X", F, nullptr, HasSelection, nullptr, true},
         {cmd::kCopy, "Edit", nullptr, "Copy", "Ctrl+C", F, nullptr, HasDocument, nullptr, false},
         {cmd::kPaste, "Edit", nullptr, "Paste", "Ctrl+V", F, nullptr, ClipboardHasPicture, nullptr, false},
-        {cmd::kPasteAsNew, "Edit", nullptr, "Paste as New", nullptr, F, nullptr, ClipboardHasPicture, nullptr, false},
+        {cmd::kPasteAsNew, "Edit", nullptr, "Paste as New", nullptr, F, nullptr, ClipboardHasPicture, nullptr,
+         false},
         {cmd::kClear, "Edit", nullptr, "Clear", nullptr, F, nullptr, HasSelection, nullptr, false},
         {cmd::kCrop, "Edit", nullptr, "Crop", nullptr, F, nullptr, HasSelection, nullptr, false},
         {cmd::kFill, "Edit", nullptr, "&Fill...", nullptr, F, nullptr, HasDocument, nullptr, false},

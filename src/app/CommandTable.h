@@ -6,6 +6,7 @@ class CMainFrame;
 class CBriselView;
 class CBriselDoc;
 class CBriselApp;
+class CDocumentFiles;
 
 // The objects a command can be routed to.
 enum class CommandTarget { Frame, View, Document, Application };
@@ -16,6 +17,7 @@ struct CommandTargets {
     CBriselView* view;
     CBriselDoc* doc;
     CBriselApp* app;
+    CDocumentFiles* files; // the document's file commands
 };
 
 // One command: where it shows, how it is called, who handles it and when it

@@ -6,6 +6,14 @@
 #include <QProcess>
 #include <QStandardPaths>
 
+namespace {
+ExternalSender::Launcher g_launcher;
+} // namespace
+
+void ExternalSender::SetLauncher(Launcher launcher) {
+    g_launcher = std::move(launcher);
+}
+
 QString ExternalSender::ProgramFor(Channel channel) {
     return QStandardPaths::findExecutable(channel == Channel::Mail ? QStringLiteral("xdg-email")
                                                                    : QStringLiteral("bluetooth-sendto"));
@@ -22,7 +30,10 @@ bool ExternalSender::Send(Channel channel, const QString& path) {
     const int missing =
         channel == Channel::Mail ? platform::IDS_NO_MAIL_PROGRAM : platform::IDS_NO_BLUETOOTH_SENDER;
     const QString program = ProgramFor(channel);
-    if (program.isEmpty() || !QProcess::startDetached(program, ArgumentsFor(channel, path))) {
+    const QStringList arguments = ArgumentsFor(channel, path);
+    const bool started = g_launcher ? g_launcher(program, arguments)
+                                    : !program.isEmpty() && QProcess::startDetached(program, arguments);
+    if (!started) {
         platform::ShowMessage(missing, platform::MB_ICONEXCLAMATION);
         return false;
     }

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
+#include <functional>
 
 // Hands a saved picture to the desktop's sending programs: the e-mail client
 // through xdg-email, and other devices through the Bluetooth object-push
@@ -16,4 +18,9 @@ public:
     // Starts the program; shows the matching message and returns false when
     // it is missing or does not start.
     static bool Send(Channel channel, const QString& path);
+
+    // Tests replace the program start (program, arguments) -> started; null
+    // restores the real one.
+    using Launcher = std::function<bool(const QString&, const QStringList&)>;
+    static void SetLauncher(Launcher launcher);
 };
