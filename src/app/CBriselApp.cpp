@@ -2,6 +2,7 @@
 
 #include "app/CMainFrame.h"
 #include "app/CommandIds.h"
+#include "app/CommandRouter.h"
 #include "app/FileDialogs.h"
 #include "app/HelpWindow.h"
 #include "app/ToolIcons.h"
@@ -17,8 +18,10 @@
 #include "view/CDisplayRenderer.h"
 #include "view/ToolTable.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QMimeData>
 #include <QScreen>
@@ -95,6 +98,7 @@ bool CBriselApp::InitInstance(const QStringList& files) {
             OpenDocumentFile(path);
         }
     });
+    RefreshRecentMenu();
     m_frame->InitialUpdate();
     // The first view is replaced at once by the object of the current tool.
     m_frame->OnToolCommand(m_frame->ToolId());
@@ -169,6 +173,17 @@ void CBriselApp::AfterDocumentReplaced() {
     m_frame->InitialUpdate();
 }
 
+void CBriselApp::RefreshRecentMenu() {
+    for (int i = 0; i < RecentFiles::kCapacity; ++i) {
+        QAction* entry = m_frame->Router().Action(cmd::kRecentFirst + i);
+        const QString path = m_recent.At(i);
+        entry->setVisible(!path.isEmpty());
+        entry->setText(QStringLiteral("&%1 %2").arg(i + 1).arg(QFileInfo(path).fileName()));
+        entry->setToolTip(path);
+        entry->setStatusTip(path);
+    }
+}
+
 void CBriselApp::ShowDocumentCaption() {
     const QString product = QString::fromUtf8(platform::LoadString(platform::IDS_PRODUCT_NAME).data());
     const QString title = QString::fromStdString(m_document.Title());
@@ -201,9 +216,11 @@ bool CBriselApp::OpenDocumentFile(const QString& path) {
     }
     if (!opened) {
         m_recent.Remove(path);
+        RefreshRecentMenu();
         return false;
     }
     m_recent.Add(path);
+    RefreshRecentMenu();
     m_files->ShowReducedNotice();
     return true;
 }
@@ -214,6 +231,7 @@ void CBriselApp::AfterDocumentCommand(bool succeeded) {
     }
     if (!m_document.PathName().empty()) {
         m_recent.Add(QString::fromStdString(m_document.PathName()));
+        RefreshRecentMenu();
     }
     ShowDocumentCaption();
     m_frame->StateChanged();

@@ -62,6 +62,8 @@ private:
     void StartupPicture();
     void AfterDocumentReplaced();
     void ShowDocumentCaption();
+    // Names the "Open Recent" entries after the files and hides unused ones.
+    void RefreshRecentMenu();
     void ConnectDocumentFiles();
 
     CBriselDoc m_document;

@@ -9,6 +9,7 @@
 #include "view/CBriselView.h"
 #include "view/CViewWindow.h"
 
+#include <QAction>
 #include <QFileDialog>
 #include <QImage>
 #include <QTemporaryDir>
@@ -65,6 +66,8 @@ TEST_F(FileCommandsTest, OpensTheFileNamedAtStartAndRemembersIt) {
     EXPECT_EQ(frame->View()->State().imageWidth, 64);
     EXPECT_EQ(app.Recent().At(0), path);
     EXPECT_TRUE(Enabled(cmd::kRecentFirst));
+    EXPECT_EQ(frame->Router().Action(cmd::kRecentFirst)->text(), "&1 start.bmp");
+    EXPECT_FALSE(frame->Router().Action(cmd::kRecentFirst + 1)->isVisible());
     EXPECT_FALSE(Enabled(cmd::kSave)); // nothing changed yet
     EXPECT_FALSE(Enabled(cmd::kRevert));
 }
