@@ -7,6 +7,7 @@
 #include "app/MenuBuilder.h"
 #include "app/ToolIcons.h"
 #include "app/ToolPalette.h"
+#include "formats/JpegQuality.h"
 #include "image/CBriselDoc.h"
 #include "platform/Settings.h"
 #include "platform/StringTable.h"
@@ -123,7 +124,7 @@ void CMainFrame::ReadSettings() {
     m_colors[1] = ReadColor("Background", 255, 255, 255);
     m_penSize = std::clamp(platform::Settings::ReadInt(kTools, "PenSize", 3), 1, 32);
     m_penShape = std::clamp(platform::Settings::ReadInt(kTools, "PenShape", 2), 1, 6);
-    m_jpegQuality = std::clamp(platform::Settings::ReadInt(kMain, "JPGQuality", 80), 1, 100);
+    m_jpegQuality = JpegQuality::Read();
     m_pressureSimulation = platform::Settings::ReadInt(kTools, "Pressure", 0) != 0;
 }
 
@@ -195,7 +196,7 @@ void CMainFrame::OnRedo() {
 
 void CMainFrame::SetJpegQuality(int quality) {
     m_jpegQuality = quality;
-    platform::Settings::WriteInt(kMain, "JPGQuality", quality);
+    JpegQuality::Write(quality);
 }
 
 void CMainFrame::SetPressureSimulation(bool on) {

@@ -4,6 +4,7 @@
 #include "dialogs/ImageInfoDialog.h"
 #include "dialogs/OptionsDialog.h"
 #include "dialogs/SystemInfoDialog.h"
+#include "formats/LoadLimits.h"
 #include "platform/Settings.h"
 #include "view/CDisplayRenderer.h"
 #include "view/CViewWindow.h"
@@ -13,13 +14,6 @@
 #include <QStandardPaths>
 #include <QStorageInfo>
 #include <QTextStream>
-
-namespace {
-// Where the picture loader finds the size up to which it loads at full size.
-const char* const kLimitSection = "MainSection";
-const char* const kLimitWidthKey = "MaxLoadWidth";
-const char* const kLimitHeightKey = "MaxLoadHeight";
-} // namespace
 
 void FrameDialogs::Options(CMainFrame& frame) {
     const OptionsValues before{frame.JpegQuality(), frame.Renderer().DisplayMode(),
@@ -31,8 +25,8 @@ void FrameDialogs::Options(CMainFrame& frame) {
     const OptionsValues after = dialog.Values();
     frame.SetJpegQuality(after.jpegQuality);
     frame.SetPressureSimulation(after.pressureSimulation);
-    platform::Settings::WriteInt(kLimitSection, kLimitWidthKey, after.maxLoadWidth);
-    platform::Settings::WriteInt(kLimitSection, kLimitHeightKey, after.maxLoadHeight);
+    platform::Settings::WriteInt(LoadLimits::kSection, LoadLimits::kWidthKey, after.maxLoadWidth);
+    platform::Settings::WriteInt(LoadLimits::kSection, LoadLimits::kHeightKey, after.maxLoadHeight);
     if (after.displayMode != before.displayMode) {
         // Re-render in the new mode; the background needs no erasing.
         frame.Renderer().SetDisplayMode(after.displayMode);

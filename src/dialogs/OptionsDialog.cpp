@@ -1,6 +1,7 @@
 #include "dialogs/OptionsDialog.h"
 
 #include "dialogs/NumberTriple.h"
+#include "formats/LoadLimits.h"
 #include "platform/MessagePresenter.h"
 #include "platform/StringTable.h"
 
@@ -13,12 +14,6 @@
 #include <QLabel>
 #include <QSpinBox>
 #include <QVBoxLayout>
-
-namespace {
-// Pictures are always loaded at least this large; the settings can only raise it.
-constexpr int kSmallestLoadWidth = 1920;
-constexpr int kSmallestLoadHeight = 2560;
-} // namespace
 
 OptionsDialog::OptionsDialog(const OptionsValues& values, QWidget* parent)
     : QDialog(parent), m_quality(new NumberTriple(1, 100, values.jpegQuality)), m_display(new QComboBox),
@@ -51,8 +46,8 @@ OptionsDialog::OptionsDialog(const OptionsValues& values, QWidget* parent)
 
     auto* large = new QGroupBox(QStringLiteral("Large Pictures"));
     auto* largeLayout = new QFormLayout(large);
-    m_maxWidth->setRange(kSmallestLoadWidth, 30000);
-    m_maxHeight->setRange(kSmallestLoadHeight, 30000);
+    m_maxWidth->setRange(LoadLimits::kStartWidth, LoadLimits::kMostRaised);
+    m_maxHeight->setRange(LoadLimits::kStartHeight, LoadLimits::kMostRaised);
     m_maxWidth->setValue(values.maxLoadWidth);
     m_maxHeight->setValue(values.maxLoadHeight);
     m_maxWidth->setSuffix(QStringLiteral(" pixels"));

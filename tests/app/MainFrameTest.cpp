@@ -76,7 +76,9 @@ TEST_F(MainFrameTest, MenusHoldEveryEntryOfTheCommandTable) {
         }
         QAction* action = FindInMenus(frame->menuBar(), entry.id);
         ASSERT_NE(action, nullptr) << entry.label;
-        EXPECT_EQ(action->text(), QString::fromUtf8(entry.label));
+        if (entry.id < cmd::kRecentFirst || entry.id >= cmd::kRecentFirst + cmd::kRecentCount) {
+            EXPECT_EQ(action->text(), QString::fromUtf8(entry.label)); // recent entries show file names
+        }
     }
     // Filter commands carry the filter engine's ids, decided by their labels.
     EXPECT_EQ(FindInMenus(frame->menuBar(), 32794)->text(), "Small");
