@@ -1,6 +1,7 @@
 #include "dialogs/ImageInfoDialog.h"
 
 #include "dialogs/NumberFormat.h"
+#include "formats/CDocumentFiles.h"
 #include "image/CBriselDoc.h"
 #include "platform/Settings.h"
 

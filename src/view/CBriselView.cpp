@@ -335,8 +335,12 @@ bool CBriselView::DirtyImageArea(const QRect& dirty, ImageRect& area, QPoint& sc
     }
     area.left = std::max(topLeft.x(), 0);
     area.top = std::max(topLeft.y(), 0);
-    area.right = std::min(bottomRight.x(), m_state.imageWidth - 1);
-    area.bottom = std::min(bottomRight.y(), m_state.imageHeight - 1);
+    // The picture may have been replaced before the view heard of it.
+    const CDibImage* picture = m_doc ? m_doc->GetPicture() : nullptr;
+    const int width = picture ? std::min(picture->Width(), m_state.imageWidth) : 0;
+    const int height = picture ? std::min(picture->Height(), m_state.imageHeight) : 0;
+    area.right = std::min(bottomRight.x(), width - 1);
+    area.bottom = std::min(bottomRight.y(), height - 1);
     if (area.right < area.left || area.bottom < area.top) {
         return false;
     }
