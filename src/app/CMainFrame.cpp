@@ -19,8 +19,10 @@
 #include <QCloseEvent>
 #include <QColorDialog>
 #include <QGuiApplication>
+#include <QLabel>
 #include <QMenuBar>
 #include <QScreen>
+#include <QStatusBar>
 #include <QStyle>
 #include <QToolBar>
 
@@ -65,6 +67,7 @@ CMainFrame::CMainFrame(CBriselApp* app, CBriselDoc& doc, CDisplayRenderer& rende
     MenuBuilder::Build(*menuBar(), *m_router);
 
     BuildStandardBar();
+    BuildStatusBar();
 
     m_palette = new ToolPalette(m_colors[0], m_colors[1], m_penSize, m_penShape, this);
     addToolBar(Qt::LeftToolBarArea, m_palette);
@@ -117,6 +120,33 @@ void CMainFrame::BuildStandardBar() {
         action->setIcon(button.icon);
         bar->addAction(action);
     }
+}
+
+void CMainFrame::BuildStatusBar() {
+    m_pictureStatus = new QLabel(this);
+    m_pointerStatus = new QLabel(this);
+    m_pointerStatus->setMinimumWidth(
+        m_pointerStatus->fontMetrics().horizontalAdvance(QStringLiteral("00000, 00000")));
+    statusBar()->addPermanentWidget(m_pointerStatus);
+    statusBar()->addPermanentWidget(m_pictureStatus);
+    connect(m_viewWindow, &CViewWindow::PointerMoved, this, [this](QPoint image) {
+        const CDibImage* picture = m_doc.GetPicture();
+        const bool inside = picture != nullptr && image.x() >= 0 && image.y() >= 0 &&
+                            image.x() < picture->Width() && image.y() < picture->Height();
+        m_pointerStatus->setText(inside ? QStringLiteral("%1, %2").arg(image.x()).arg(image.y()) : QString());
+    });
+}
+
+void CMainFrame::ShowPictureStatus() {
+    const CDibImage* picture = m_doc.GetPicture();
+    if (picture == nullptr || m_pictureStatus == nullptr) {
+        return;
+    }
+    const int zoom = View()->Zoom();
+    const QString scale =
+        zoom >= 1 ? QStringLiteral("%1%").arg(zoom * 100) : QStringLiteral("1/%1").arg(-zoom);
+    m_pictureStatus->setText(
+        QStringLiteral("%1 x %2 pixels   %3").arg(picture->Width()).arg(picture->Height()).arg(scale));
 }
 
 void CMainFrame::ReadSettings() {
@@ -238,6 +268,7 @@ void CMainFrame::SetBaseCaption(const QString& caption) {
 void CMainFrame::ShowZoomSuffix(const std::string& suffix) {
     m_zoomSuffix = suffix;
     UpdateCaption();
+    ShowPictureStatus();
 }
 
 void CMainFrame::UpdateCaption() {
@@ -257,6 +288,7 @@ void CMainFrame::InitialUpdate() {
 
 void CMainFrame::StateChanged() {
     m_router->UpdateAll();
+    ShowPictureStatus();
 }
 
 void CMainFrame::OnDocumentChanged(int hint) {

@@ -13,6 +13,7 @@ class CDisplayRenderer;
 class CViewWindow;
 class CommandRouter;
 class ToolPalette;
+class QLabel;
 
 // The main window: it owns the menu bar, the tool palette, the view window,
 // the undo record and the state the tools share (current tool, colours, pen,
@@ -94,6 +95,9 @@ private:
     void BuildStandardBar();
     void ChangeColor(int slot);
     void UpdateCaption();
+    // The status bar: picture size and zoom, and the pixel under the pointer.
+    void BuildStatusBar();
+    void ShowPictureStatus();
     void OnDocumentChanged(int hint);
 
     CBriselApp* m_app;
@@ -114,4 +118,6 @@ private:
     QString m_baseCaption;
     std::string m_zoomSuffix;
     int m_observerId = 0;
+    QLabel* m_pictureStatus = nullptr;
+    QLabel* m_pointerStatus = nullptr;
 };

@@ -39,6 +39,7 @@ QRect ToLogicalRect(const QRect& device, qreal ratio) {
 CViewWindow::CViewWindow(QWidget* parent)
     : QAbstractScrollArea(parent), m_view(std::make_unique<CBriselView>()) {
     setFocusPolicy(Qt::StrongFocus);
+    viewport()->setMouseTracking(true);
     setAcceptDrops(true);
     viewport()->setAcceptDrops(true);
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
@@ -244,8 +245,11 @@ void CViewWindow::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void CViewWindow::mouseMoveEvent(QMouseEvent* event) {
+    const QPoint point = ToDevice(event->position());
+    emit PointerMoved(m_view->ScreenToImage(point));
+    // Tools hear about moves only while the pen is down, as with a real pen.
     if (event->buttons() & Qt::LeftButton) {
-        m_view->OnPenMove(PenEvent{ToDevice(event->position()), event->modifiers(), 1.0, false});
+        m_view->OnPenMove(PenEvent{point, event->modifiers(), 1.0, false});
     }
 }
 

@@ -49,6 +49,8 @@ public:
 signals:
     // A file was dropped on the window.
     void FileDropped(const QString& path);
+    // The picture pixel under the pointer (possibly outside the picture).
+    void PointerMoved(QPoint imagePoint);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
