@@ -218,6 +218,15 @@ QIcon ForTool(int toolId) {
     return Paint([toolId](QPainter& p) { DrawTool(p, toolId); });
 }
 
+QIcon ForGroupMember(int toolId) {
+    return Paint([toolId](QPainter& p) {
+        DrawTool(p, toolId);
+        p.setPen(Qt::NoPen);
+        p.setBrush(kInk);
+        p.drawPolygon(QPolygonF({{31, 26}, {31, 31}, {26, 31}}));
+    });
+}
+
 QIcon ToolOptions() {
     return Paint([](QPainter& p) {
         p.setPen(QPen(kInk, 1.8));

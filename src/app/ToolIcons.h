@@ -8,6 +8,8 @@
 namespace icons {
 
 QIcon ForTool(int toolId);
+// The tool's icon with a small corner mark: the button holds a group.
+QIcon ForGroupMember(int toolId);
 QIcon ToolOptions();
 QIcon Application();
 // A swatch of `color` (0x00BBGGRR); `current` draws a frame around it.

@@ -79,7 +79,8 @@ ToolPalette::ToolPalette(ColorWord foreground, ColorWord background, int penSize
 void ToolPalette::ShowMember(int button) {
     const int member = m_remembered[static_cast<std::size_t>(button)];
     QToolButton* toolButton = m_buttons[static_cast<std::size_t>(button)];
-    toolButton->setIcon(icons::ForTool(member));
+    const bool group = tools::ButtonMembers(button).size() > 1;
+    toolButton->setIcon(group ? icons::ForGroupMember(member) : icons::ForTool(member));
     toolButton->setToolTip(ButtonTip(button, member));
     toolButton->setAccessibleName(LabelOf(member));
 }
