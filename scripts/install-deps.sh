@@ -19,6 +19,8 @@ PACKAGES=(
   libgmock-dev
   libbenchmark-dev
   fonts-dejavu-core
+  xvfb
+  xauth
   libjpeg-turbo-progs
   giflib-tools
   imagemagick
