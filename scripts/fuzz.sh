@@ -21,11 +21,17 @@ if command -v convert >/dev/null; then
   convert -size 8x8 gradient:red-blue "$SEEDS/a.gif"
   convert -size 8x8 gradient:red-blue "$SEEDS/a.png"
 fi
+status=0
 for target in BmpReader LoadPicture; do
   mkdir -p "$BUILD/corpus/$target"
   echo "fuzzing $target for ${SECONDS_EACH}s"
+  log="$BUILD/$target.log"
   "$BUILD/tests/fuzz_$target" "$BUILD/corpus/$target" "$SEEDS" -max_total_time="$SECONDS_EACH" \
-    -max_len=4096 -rss_limit_mb=2048 -artifact_prefix="$BUILD/crashes/$target-" -print_final_stats=1 2>&1 |
-    grep -E '^(#[0-9]+ *DONE|stat::number_of_executed_units|==[0-9]+==ERROR|SUMMARY)' || true
-  test "${PIPESTATUS[0]}" -eq 0
+    -max_len=4096 -rss_limit_mb=2048 -artifact_prefix="$BUILD/crashes/$target-" -print_final_stats=1 \
+    >"$log" 2>&1 || status=1
+  grep -E '^(stat::number_of_executed_units|==[0-9]+==ERROR|SUMMARY)' "$log" || true
 done
+if [ "$status" -ne 0 ]; then
+  echo "a fuzzer found a failing input; see $BUILD/crashes/ and the logs in $BUILD/"
+fi
+exit "$status"

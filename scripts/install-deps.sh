@@ -19,12 +19,15 @@ PACKAGES=(
   libgmock-dev
   libbenchmark-dev
   fonts-dejavu-core
+  xvfb
+  xauth
   libjpeg-turbo-progs
   giflib-tools
   imagemagick
   python3
   clang
   libclang-rt-14-dev
+  qt6-image-formats-plugins
 )
 
 missing=()

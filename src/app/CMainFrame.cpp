@@ -1,42 +1,305 @@
 #include "app/CMainFrame.h"
 
+#include "app/CBriselApp.h"
+#include "app/CommandIds.h"
+#include "app/CommandRouter.h"
+#include "app/FrameDialogs.h"
+#include "app/MenuBuilder.h"
+#include "app/ToolIcons.h"
+#include "app/ToolPalette.h"
+#include "formats/JpegQuality.h"
+#include "image/CBriselDoc.h"
+#include "platform/Settings.h"
 #include "platform/StringTable.h"
+#include "view/CBriselView.h"
+#include "view/CViewWindow.h"
+#include "view/ToolSwitch.h"
+#include "view/ToolTable.h"
 
-#include <QApplication>
-#include <QImage>
+#include <QCloseEvent>
+#include <QColorDialog>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QMenuBar>
-#include <QPixmap>
-#include <QScrollArea>
+#include <QScreen>
+#include <QStatusBar>
+#include <QStyle>
+#include <QToolBar>
 
-CMainFrame::CMainFrame(CBriselDoc& document, QWidget* parent) : QMainWindow(parent), m_document(document) {
-    setWindowTitle(QString::fromUtf8(platform::LoadString(platform::IDS_PRODUCT_NAME).data()));
-    QMenu* file = menuBar()->addMenu(tr("&File"));
-    file->addAction(tr("Exit"), QKeySequence::Quit, qApp, &QApplication::closeAllWindows);
+namespace {
+const char* const kMain = "MainSection";
+const char* const kTools = "ToolSection";
 
-    auto* scroller = new QScrollArea(this);
-    m_canvas = new QLabel(scroller);
-    scroller->setWidget(m_canvas);
-    scroller->setAlignment(Qt::AlignCenter);
-    setCentralWidget(scroller);
+ColorWord ReadColor(const char* prefix, int r, int g, int b) {
+    const std::string p(prefix);
+    return MakeColorWord(platform::Settings::ReadInt(kMain, (p + "-R").c_str(), r),
+                         platform::Settings::ReadInt(kMain, (p + "-G").c_str(), g),
+                         platform::Settings::ReadInt(kMain, (p + "-B").c_str(), b));
+}
 
-    m_observerId = m_document.AddViewObserver([this](int) { ShowPicture(); });
-    ShowPicture();
+void WriteColor(const char* prefix, ColorWord color) {
+    const std::string p(prefix);
+    platform::Settings::WriteInt(kMain, (p + "-R").c_str(), RedOf(color));
+    platform::Settings::WriteInt(kMain, (p + "-G").c_str(), GreenOf(color));
+    platform::Settings::WriteInt(kMain, (p + "-B").c_str(), BlueOf(color));
+}
+
+bool LandscapeScreen() {
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    return screen != nullptr && screen->size().width() > screen->size().height();
+}
+} // namespace
+
+CMainFrame::CMainFrame(CBriselApp* app, CBriselDoc& doc, CDisplayRenderer& renderer, QWidget* parent)
+    : QMainWindow(parent), m_app(app), m_doc(doc), m_renderer(renderer) {
+    setObjectName(QStringLiteral("MainFrame"));
+    setWindowIcon(icons::Application());
+    ReadSettings();
+    m_alternativeLayout = LandscapeScreen();
+
+    m_viewWindow = new CViewWindow(this);
+    m_viewWindow->View()->Attach(m_viewWindow, &m_doc, this);
+    setCentralWidget(m_viewWindow);
+    connect(m_viewWindow, &CViewWindow::FileDropped, this, &CMainFrame::FileDropped);
+
+    m_router = new CommandRouter(*this);
+    m_router->CreateActions(this);
+    MenuBuilder::Build(*menuBar(), *m_router);
+
+    BuildStandardBar();
+    BuildStatusBar();
+
+    m_palette = new ToolPalette(m_colors[0], m_colors[1], m_penSize, m_penShape, this);
+    addToolBar(Qt::LeftToolBarArea, m_palette);
+    ConnectPalette();
+    m_palette->HighlightTool(m_toolId);
+
+    m_observerId = m_doc.AddViewObserver([this](int hint) { OnDocumentChanged(hint); });
+    SetBaseCaption(QString::fromUtf8(platform::LoadString(platform::IDS_PRODUCT_NAME).data()));
+    m_router->UpdateAll();
 }
 
 CMainFrame::~CMainFrame() {
-    m_document.RemoveViewObserver(m_observerId);
+    m_doc.RemoveViewObserver(m_observerId);
+    WriteSettings();
 }
 
-void CMainFrame::ShowPicture() {
-    const CDibImage* picture = m_document.GetPicture();
-    if (picture == nullptr || picture->BitsPerPixel() != 24) {
-        m_canvas->clear();
+CBriselView* CMainFrame::View() const {
+    return m_viewWindow->View();
+}
+
+void CMainFrame::BuildStandardBar() {
+    struct Button {
+        int id;
+        QIcon icon;
+    };
+    QStyle* look = style();
+    const Button buttons[] = {
+        {cmd::kNew, QIcon::fromTheme("document-new", look->standardIcon(QStyle::SP_FileIcon))},
+        {cmd::kOpen, QIcon::fromTheme("document-open", look->standardIcon(QStyle::SP_DialogOpenButton))},
+        {cmd::kSave, QIcon::fromTheme("document-save", look->standardIcon(QStyle::SP_DialogSaveButton))},
+        {0, {}},
+        {cmd::kUndo, QIcon::fromTheme("edit-undo", look->standardIcon(QStyle::SP_ArrowBack))},
+        {cmd::kRedo, QIcon::fromTheme("edit-redo", look->standardIcon(QStyle::SP_ArrowForward))},
+        {0, {}},
+        {cmd::kZoomIn, icons::ForTool(33028)},
+        {cmd::kZoomOut, icons::ForTool(33029)},
+        {cmd::kActualImage, QIcon::fromTheme("zoom-original", icons::ForTool(33028))},
+        {cmd::kFullScreen,
+         QIcon::fromTheme("view-fullscreen", look->standardIcon(QStyle::SP_TitleBarMaxButton))},
+    };
+    QToolBar* bar = addToolBar(QStringLiteral("Standard"));
+    bar->setObjectName(QStringLiteral("StandardBar"));
+    bar->setIconSize(QSize(22, 22));
+    for (const Button& button : buttons) {
+        if (button.id == 0) {
+            bar->addSeparator();
+            continue;
+        }
+        QAction* action = m_router->Action(button.id);
+        action->setIcon(button.icon);
+        bar->addAction(action);
+    }
+}
+
+void CMainFrame::BuildStatusBar() {
+    m_pictureStatus = new QLabel(this);
+    m_pointerStatus = new QLabel(this);
+    m_pointerStatus->setMinimumWidth(
+        m_pointerStatus->fontMetrics().horizontalAdvance(QStringLiteral("00000, 00000")));
+    statusBar()->addPermanentWidget(m_pointerStatus);
+    statusBar()->addPermanentWidget(m_pictureStatus);
+    connect(m_viewWindow, &CViewWindow::PointerMoved, this, [this](QPoint image) {
+        const CDibImage* picture = m_doc.GetPicture();
+        const bool inside = picture != nullptr && image.x() >= 0 && image.y() >= 0 &&
+                            image.x() < picture->Width() && image.y() < picture->Height();
+        m_pointerStatus->setText(inside ? QStringLiteral("%1, %2").arg(image.x()).arg(image.y()) : QString());
+    });
+}
+
+void CMainFrame::ShowPictureStatus() {
+    const CDibImage* picture = m_doc.GetPicture();
+    if (picture == nullptr || m_pictureStatus == nullptr) {
         return;
     }
-    // The pixel rows are stored bottom-up in blue, green, red order.
-    const QImage rows(picture->Bits(), picture->Width(), picture->Height(),
-                      static_cast<qsizetype>(picture->RowBytes()), QImage::Format_BGR888);
-    m_canvas->setPixmap(QPixmap::fromImage(rows.mirrored()));
-    m_canvas->adjustSize();
+    const int zoom = View()->Zoom();
+    const QString scale =
+        zoom >= 1 ? QStringLiteral("%1%").arg(zoom * 100) : QStringLiteral("1/%1").arg(-zoom);
+    m_pictureStatus->setText(
+        QStringLiteral("%1 x %2 pixels   %3").arg(picture->Width()).arg(picture->Height()).arg(scale));
+}
+
+void CMainFrame::ReadSettings() {
+    m_colors[0] = ReadColor("Foreground", 0, 0, 255);
+    m_colors[1] = ReadColor("Background", 255, 255, 255);
+    m_penSize = std::clamp(platform::Settings::ReadInt(kTools, "PenSize", 3), 1, 32);
+    m_penShape = std::clamp(platform::Settings::ReadInt(kTools, "PenShape", 2), 1, 6);
+    m_jpegQuality = JpegQuality::Read();
+    m_pressureSimulation = platform::Settings::ReadInt(kTools, "Pressure", 0) != 0;
+}
+
+void CMainFrame::WriteSettings() const {
+    WriteColor("Foreground", m_colors[0]);
+    WriteColor("Background", m_colors[1]);
+    platform::Settings::WriteInt(kTools, "PenSize", m_penSize);
+    platform::Settings::WriteInt(kTools, "PenShape", m_penShape);
+}
+
+void CMainFrame::ConnectPalette() {
+    connect(m_palette, &ToolPalette::ToolChosen, this, [this](int id) { m_router->Execute(id); });
+    connect(m_palette, &ToolPalette::ColorChangeRequested, this, &CMainFrame::ChangeColor);
+    connect(m_palette, &ToolPalette::PenChosen, this, [this](int size, int shape) {
+        m_penSize = size;
+        m_penShape = shape;
+    });
+    connect(m_palette, &ToolPalette::OptionsRequested, this, [this] { OnToolAttributeRequest(1); });
+    connect(m_palette, &QToolBar::visibilityChanged, m_router, &CommandRouter::UpdateAll);
+}
+
+void CMainFrame::OnToolCommand(int id) {
+    if (!tools::IsToolId(m_toolId) && id == tools::kSelectRectangle) {
+        m_palette->SelectButton(0);
+    }
+    m_toolId = id;
+    m_palette->HighlightTool(id);
+    m_palette->SetOptionsAvailable(ToolHasOptions(id));
+    if (m_viewWindow != nullptr) {
+        SwitchToolView(*m_viewWindow, &m_doc, this, tools::CreateToolView(id));
+    }
+}
+
+bool CMainFrame::ToolHasOptions(int id) const {
+    return tools::HasToolOptions(id);
+}
+
+bool CMainFrame::OnToolAttributeRequest(int param) {
+    if (param == 0) {
+        return false;
+    }
+    return tools::OpenToolOptions(m_toolId, this);
+}
+
+void CMainFrame::OnOptions() {
+    FrameDialogs::Options(*this);
+}
+void CMainFrame::OnImageInformation() {
+    FrameDialogs::ImageInformation(*this);
+}
+void CMainFrame::OnSystemInformation() {
+    FrameDialogs::SystemInformation(*this);
+}
+
+void CMainFrame::OnToolBar() {
+    m_palette->setVisible(!m_palette->isVisible());
+}
+
+bool CMainFrame::ToolBarVisible() const {
+    return m_palette->isVisibleTo(const_cast<CMainFrame*>(this));
+}
+
+void CMainFrame::OnUndo() {
+    m_undo.Undo(m_doc);
+}
+void CMainFrame::OnRedo() {
+    m_undo.Redo(m_doc);
+}
+
+void CMainFrame::SetJpegQuality(int quality) {
+    m_jpegQuality = quality;
+    JpegQuality::Write(quality);
+}
+
+void CMainFrame::SetPressureSimulation(bool on) {
+    m_pressureSimulation = on;
+    platform::Settings::WriteInt(kTools, "Pressure", on ? 1 : 0);
+}
+
+void CMainFrame::ChangeColor(int slot) {
+    const ColorWord current = m_colors[slot];
+    const QColor chosen =
+        QColorDialog::getColor(QColor(RedOf(current), GreenOf(current), BlueOf(current)), this,
+                               slot == 0 ? tr("Foreground Color") : tr("Background Color"));
+    if (!chosen.isValid()) {
+        return;
+    }
+    const ColorWord color = MakeColorWord(chosen.red(), chosen.green(), chosen.blue());
+    slot == 0 ? SetForegroundColor(color) : SetBackgroundColor(color);
+}
+
+void CMainFrame::SetForegroundColor(ColorWord color) {
+    m_colors[0] = color;
+    m_palette->SetColors(m_colors[0], m_colors[1]);
+}
+
+void CMainFrame::SetBackgroundColor(ColorWord color) {
+    m_colors[1] = color;
+    m_palette->SetColors(m_colors[0], m_colors[1]);
+}
+
+CommandContext CMainFrame::EditingContext() {
+    return CommandContext{m_doc, m_undo, m_colors[0], m_colors[1]};
+}
+
+void CMainFrame::SetBaseCaption(const QString& caption) {
+    m_baseCaption = caption;
+    UpdateCaption();
+}
+
+void CMainFrame::ShowZoomSuffix(const std::string& suffix) {
+    m_zoomSuffix = suffix;
+    UpdateCaption();
+    ShowPictureStatus();
+}
+
+void CMainFrame::UpdateCaption() {
+    QString caption = m_baseCaption;
+    if (!m_zoomSuffix.empty()) {
+        caption += QLatin1Char(' ') + QString::fromStdString(m_zoomSuffix);
+    }
+    setWindowTitle(caption);
+}
+
+void CMainFrame::InitialUpdate() {
+    View()->OnInitialUpdate();
+    m_zoomSuffix.clear();
+    UpdateCaption();
+    StateChanged();
+}
+
+void CMainFrame::StateChanged() {
+    m_router->UpdateAll();
+    ShowPictureStatus();
+}
+
+void CMainFrame::OnDocumentChanged(int hint) {
+    View()->OnUpdate(hint);
+    StateChanged();
+}
+
+void CMainFrame::closeEvent(QCloseEvent* event) {
+    if (m_app != nullptr && !m_app->CanCloseDocument()) {
+        event->ignore();
+        return;
+    }
+    event->accept();
 }

@@ -1,27 +1,123 @@
 #pragma once
 
-#include "image/CBriselDoc.h"
 #include "image/CUndoRecord.h"
+#include "view/ViewHost.h"
 
 #include <QMainWindow>
+#include <memory>
 
+class CBriselApp;
+class CBriselDoc;
+class CBriselView;
+class CDisplayRenderer;
+class CViewWindow;
+class CommandRouter;
+class ToolPalette;
 class QLabel;
 
-// The main window. For now it shows the document's picture at actual size in
-// a scrolling area; menus, tool palette and the zooming view come later.
-class CMainFrame : public QMainWindow {
+// The main window: it owns the menu bar, the tool palette, the view window,
+// the undo record and the state the tools share (current tool, colours, pen,
+// JPEG quality, pressure simulation). Commands reach their handlers through
+// the CommandRouter; the frame handles tool changes, Options, the information
+// dialogs, Tool Bar, Undo and Redo itself.
+class CMainFrame : public QMainWindow, public ViewHost {
     Q_OBJECT
 public:
-    explicit CMainFrame(CBriselDoc& document, QWidget* parent = nullptr);
+    CMainFrame(CBriselApp* app, CBriselDoc& doc, CDisplayRenderer& renderer, QWidget* parent = nullptr);
     ~CMainFrame() override;
 
+    CBriselApp* App() const { return m_app; }
+    CBriselDoc* Document() const { return &m_doc; }
+    CBriselView* View() const;
+    CViewWindow* ViewWindow() const { return m_viewWindow; }
+    CommandRouter& Router() const { return *m_router; }
+    ToolPalette* Palette() const { return m_palette; }
     CUndoRecord& UndoRecord() { return m_undo; }
+    const CUndoRecord& UndoRecord() const { return m_undo; }
+
+    // Tools.
+    int ToolId() const { return m_toolId; }
+    void OnToolCommand(int id);
+    // The current-tool-attribute request; false when the tool has no options.
+    bool OnToolAttributeRequest(int param);
+    bool ToolHasOptions(int id) const;
+
+    // Frame commands.
+    void OnOptions();
+    void OnImageInformation();
+    void OnSystemInformation();
+    void OnToolBar();
+    bool ToolBarVisible() const;
+    void OnUndo();
+    void OnRedo();
+
+    // Shared state.
+    ColorWord Foreground() const { return m_colors[0]; }
+    ColorWord Background() const { return m_colors[1]; }
+    int PenSize() const { return m_penSize; }
+    int PenShape() const { return m_penShape; }
+    int JpegQuality() const { return m_jpegQuality; }
+    void SetJpegQuality(int quality);
+    void SetPressureSimulation(bool on);
+    bool AlternativeLayout() const { return m_alternativeLayout; }
+    // Set when this program has put image data on the clipboard.
+    bool HasClipboardData() const { return m_clipboardData; }
+    void SetClipboardData(bool value) { m_clipboardData = value; }
+
+    // The caption: the product name (and the document's name), then the zoom.
+    void SetBaseCaption(const QString& caption);
+    QString BaseCaption() const { return m_baseCaption; }
+    // Binds the view to the document's picture as a fresh display.
+    void InitialUpdate();
+    // Refreshes enabling after a change that the router did not see.
+    void StateChanged();
+
+    // ViewHost
+    CommandContext EditingContext() override;
+    CDisplayRenderer& Renderer() override { return m_renderer; }
+    void ShowZoomSuffix(const std::string& suffix) override;
+    void SetForegroundColor(ColorWord color) override;
+    void SetBackgroundColor(ColorWord color) override;
+    bool PenPressureSimulation() const override { return m_pressureSimulation; }
+    int CurrentToolId() const override { return m_toolId; }
+
+signals:
+    void FileDropped(const QString& path);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
 
 private:
-    void ShowPicture();
+    void ReadSettings();
+    void WriteSettings() const;
+    void ConnectPalette();
+    // New, Open, Save, Undo, Redo and the zoom commands as buttons.
+    void BuildStandardBar();
+    void ChangeColor(int slot);
+    void UpdateCaption();
+    // The status bar: picture size and zoom, and the pixel under the pointer.
+    void BuildStatusBar();
+    void ShowPictureStatus();
+    void OnDocumentChanged(int hint);
 
-    CBriselDoc& m_document;
+    CBriselApp* m_app;
+    CBriselDoc& m_doc;
+    CDisplayRenderer& m_renderer;
     CUndoRecord m_undo;
-    QLabel* m_canvas = nullptr;
+    CViewWindow* m_viewWindow = nullptr;
+    ToolPalette* m_palette = nullptr;
+    CommandRouter* m_router = nullptr;
+    int m_toolId = 33000;
+    ColorWord m_colors[2] = {0x00FF0000, 0x00FFFFFF};
+    int m_penSize = 3;
+    int m_penShape = 2;
+    int m_jpegQuality = 80;
+    bool m_pressureSimulation = false;
+    bool m_alternativeLayout = false;
+    bool m_clipboardData = false;
+    QString m_baseCaption;
+    std::string m_zoomSuffix;
     int m_observerId = 0;
+    QLabel* m_pictureStatus = nullptr;
+    QLabel* m_pointerStatus = nullptr;
 };

@@ -1,14 +1,29 @@
 #include "app/CBriselApp.h"
 #include "app/CMainFrame.h"
+#include "app/Screenshot.h"
 
 #include <QApplication>
+#include <QScreen>
 
 int main(int argc, char* argv[]) {
     QApplication qtApp(argc, argv);
     CBriselApp app;
-    if (!app.InitInstance()) {
+    QStringList files = QApplication::arguments();
+    files.removeFirst();
+    const QString screenshot = Screenshot::TakeOption(files);
+    if (!app.InitInstance(files)) {
         return 1;
     }
-    app.MainFrame()->show();
+    CMainFrame* frame = app.MainFrame();
+    // Without a window manager maximising does nothing, so start at full size.
+    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+        frame->setGeometry(screen->availableGeometry());
+    }
+    frame->showMaximized();
+    frame->raise();
+    frame->activateWindow();
+    if (!screenshot.isEmpty()) {
+        Screenshot::Schedule(screenshot);
+    }
     return QApplication::exec();
 }

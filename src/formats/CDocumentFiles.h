@@ -70,7 +70,10 @@ public:
     // picture stays.
     int Revert();
 
+    // Enabling rules: Save needs a modified document, Save As an open one,
+    // Revert a modified, not reduced document that has a path.
     bool CanSave() const;
+    bool CanSaveAs() const { return IsOpen(); }
     bool CanRevert() const;
     // Tells the user once that the last opened file was loaded at a reduced
     // size; the view calls this when it is first shown. True when shown.

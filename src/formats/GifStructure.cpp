@@ -9,6 +9,9 @@
 namespace {
 constexpr std::uint8_t kExtension = 0x21;
 constexpr std::uint8_t kImage = 0x2C;
+// Qt decodes a GIF at its full screen size before any scaling, so screens
+// beyond what the platform decoder delivers (10000 x 10000) are refused.
+constexpr long kMostScreenPixels = 10000L * 10000L;
 
 class ByteCursor {
 public:
@@ -56,8 +59,10 @@ bool FirstImageComplete(ByteCursor& cursor) {
             return false;
         }
     }
-    const bool emptyScreen = (screen[6] == 0 && screen[7] == 0) || (screen[8] == 0 && screen[9] == 0);
-    if (std::memcmp(screen, "GIF8", 4) != 0 || emptyScreen || !cursor.SkipTable(screen[10])) {
+    const long width = screen[6] | (screen[7] << 8);
+    const long height = screen[8] | (screen[9] << 8);
+    const bool sizeFits = width > 0 && height > 0 && width * height <= kMostScreenPixels;
+    if (std::memcmp(screen, "GIF8", 4) != 0 || !sizeFits || !cursor.SkipTable(screen[10])) {
         return false;
     }
     std::uint8_t block = 0;

@@ -1,7 +1,9 @@
 #include "formats/JpegLoader.h"
 
+#include "formats/BmpLoader.h"
 #include "formats/CJpegReader.h"
 #include "formats/FileResult.h"
+#include "formats/StreamingScaler.h"
 #include "image/CDibImage.h"
 #include "image/DibHelpers.h"
 
@@ -9,7 +11,12 @@ namespace {
 // A picture side is a signed 16-bit value.
 constexpr int kLargestSide = 32767;
 
-bool CreatePicture(CDibImage& picture, int width, int height) {
+// The picture for rows of width x height, fitted into `limits` when even the
+// smallest decoding scale did not reach them.
+bool CreatePicture(CDibImage& picture, const LoadLimitSize& limits, int rowsWide, int rowsHigh) {
+    const LoadLimitSize size = FitBmpSize(rowsWide, rowsHigh, limits.width, limits.height);
+    const int width = size.width;
+    const int height = size.height;
     BitmapInfoHeader header;
     InitDibHeader(header, width, height, 24, 72, 72);
     return width > 0 && height > 0 && width <= kLargestSide && height <= kLargestSide &&
@@ -25,24 +32,18 @@ int LoadJpegPicture(const std::string& path, const LoadLimitSize& limits, CDibIm
     if (!reader.Open(path, limits.width, limits.height, fileWidth, fileHeight, width, height)) {
         return kFileFailed;
     }
-    if (!CreatePicture(picture, width, height)) {
+    if (!CreatePicture(picture, limits, width, height)) {
         reader.Close();
-        if (!reader.Open(path, width / 2, height / 2, fileWidth, fileHeight, width, height) ||
-            !CreatePicture(picture, width, height)) {
+        const LoadLimitSize halved{width / 2, height / 2};
+        if (!reader.Open(path, halved.width, halved.height, fileWidth, fileHeight, width, height) ||
+            !CreatePicture(picture, halved, width, height)) {
             return kFileFailed;
         }
     }
-    // Rows arrive top first; the picture's rows are addressed from the top.
-    platform::HeapBlock row = platform::HeapBlock::Allocate(picture.RowBytes());
-    if (!row) {
-        return kFileOutOfMemory;
-    }
-    for (int y = 0; y < picture.Height(); ++y) {
-        if (!reader.ReadRow(row.data())) {
-            return kFileFailed;
-        }
-        picture.SetRow(y, row.data());
-    }
+    // Rows arrive top first. Only a file too large even at 1/8 scale comes
+    // out bigger than the picture; the streaming scaler shrinks the rest.
+    const int result = StreamingScaler::Run(
+        width, height, picture, [&reader](std::uint8_t* row) { return reader.ReadRow(row) != 0; }, true);
     reader.Close();
-    return kFileOk;
+    return result;
 }

@@ -9,7 +9,15 @@
 
 using platform::HeapBlock;
 
-int StreamingScaler::CopyRows(int sourceHeight, CDibImage& picture, const RowFetcher& fetchRow) {
+namespace {
+// The picture row (counted from the top) that the n-th output row fills.
+int OutputRow(int n, int height, bool topRowFirst) {
+    return topRowFirst ? n : height - 1 - n;
+}
+} // namespace
+
+int StreamingScaler::CopyRows(int sourceHeight, CDibImage& picture, const RowFetcher& fetchRow,
+                              bool topRowFirst) {
     HeapBlock row = HeapBlock::Allocate(picture.RowBytes());
     if (!row) {
         return kFileOutOfMemory;
@@ -19,16 +27,17 @@ int StreamingScaler::CopyRows(int sourceHeight, CDibImage& picture, const RowFet
         if (!fetchRow(row.data())) {
             return kFileFailed;
         }
-        picture.SetRow(height - 1 - stored, row.data());
+        picture.SetRow(OutputRow(stored, height, topRowFirst), row.data());
     }
     return kFileOk;
 }
 
-int StreamingScaler::Run(int sourceWidth, int sourceHeight, CDibImage& picture, const RowFetcher& fetchRow) {
+int StreamingScaler::Run(int sourceWidth, int sourceHeight, CDibImage& picture, const RowFetcher& fetchRow,
+                         bool topRowFirst) {
     const int width = picture.Width();
     const int height = picture.Height();
     if (sourceWidth == width && sourceHeight == height) {
-        return CopyRows(sourceHeight, picture, fetchRow);
+        return CopyRows(sourceHeight, picture, fetchRow, topRowFirst);
     }
     const std::size_t outBytes = static_cast<std::size_t>(width) * 3;
     HeapBlock sourceRow =
@@ -65,7 +74,7 @@ int StreamingScaler::Run(int sourceWidth, int sourceHeight, CDibImage& picture, 
         std::memset(sum, 0, outBytes * sizeof(std::uint64_t));
         accumulated = 0;
         counter -= sourceHeight;
-        picture.SetRow(height - 1 - stored, out);
+        picture.SetRow(OutputRow(stored, height, topRowFirst), out);
         ++stored;
     }
     return kFileOk;

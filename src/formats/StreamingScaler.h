@@ -5,8 +5,9 @@
 
 class CDibImage;
 
-// Fills a 24-bit picture from source rows that arrive one at a time in storage
-// order (bottom row first, 3 bytes per pixel), shrinking on the fly so that a
+// Fills a 24-bit picture from source rows that arrive one at a time (bottom
+// row first as a BMP stores them, or top row first as a JPEG decodes them; 3
+// bytes per pixel), shrinking on the fly so that a
 // file larger than the picture never has to be held whole. Horizontally each
 // row goes through the RowResampler; vertically every output row is the
 // truncated average of the source rows that fall on it.
@@ -18,8 +19,9 @@ public:
 
     // kFileOk, kFileFailed when a row could not be fetched, kFileOutOfMemory
     // when the work buffers could not be had.
-    static int Run(int sourceWidth, int sourceHeight, CDibImage& picture, const RowFetcher& fetchRow);
+    static int Run(int sourceWidth, int sourceHeight, CDibImage& picture, const RowFetcher& fetchRow,
+                   bool topRowFirst = false);
 
 private:
-    static int CopyRows(int sourceHeight, CDibImage& picture, const RowFetcher& fetchRow);
+    static int CopyRows(int sourceHeight, CDibImage& picture, const RowFetcher& fetchRow, bool topRowFirst);
 };

@@ -80,6 +80,15 @@ public:
         m_modified = 1;
         return m_bits.data();
     }
+    // The stored bytes of row y (counted from the top), without checks: for
+    // engine inner loops (fills, brush spans) that visit pixels at random and
+    // cannot afford a call per pixel. Callers keep y inside 0..height-1.
+    std::uint8_t* RowData(int y) {
+        return m_bits.data() + static_cast<std::size_t>(m_height - 1 - y) * m_rowBytes;
+    }
+    const std::uint8_t* RowData(int y) const {
+        return m_bits.data() + static_cast<std::size_t>(m_height - 1 - y) * m_rowBytes;
+    }
     bool IsValid() const { return static_cast<bool>(m_bits); }
 
 private:

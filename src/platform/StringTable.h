@@ -18,6 +18,18 @@ enum StringId : int {
     IDS_QUALITY_OUT_OF_RANGE = 124,
     IDS_IMAGE_TOO_LARGE = 126,
     IDS_DEGREE_OUT_OF_RANGE = 66,
+    IDS_CLIPBOARD_OPEN_FAILED = 70,
+    IDS_PASTE_TRUE_COLOR_ONLY = 71,
+    IDS_CLIPBOARD_KEEP_DATA = 110,
+    IDS_SAVE_BEFORE_SENDING = 150,
+    IDS_NEW_SIZE_OUT_OF_RANGE = 151,
+    IDS_NEW_RESOLUTION_INVALID = 152,
+    IDS_NO_BLUETOOTH_SENDER = 153,
+    IDS_NO_MAIL_PROGRAM = 154,
+    IDS_HELP_MISSING = 155,
+    // Tool labels: the string with a tool's command id (33000..33032), the
+    // zoom tools' group (33033) and the palette's options button (33040).
+    IDS_TOOL_FIRST = 33000,
 };
 
 // The text of a string id; an empty view for an id the table does not hold.

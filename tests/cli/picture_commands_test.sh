@@ -49,12 +49,10 @@ for ext in jpg JPEG gif png bmp; do
     [ -s "out.$ext" ] || fail "out.$ext written"
     [ ! -e "out.$ext.xxx" ] || fail "out.$ext temporary left"
 done
-expect_rc 0 "info gif" "$CLI" info out.gif
-grep -qx 'type: gif' out.txt || fail "gif type"
-expect_rc 0 "info jpeg" "$CLI" info out.JPEG
-grep -qx 'type: jpeg' out.txt || fail "jpeg type"
-expect_rc 0 "info png" "$CLI" info out.png
-grep -qx 'type: other' out.txt || fail "png type"
+for pair in out.gif:gif out.JPEG:jpeg out.png:other; do
+    expect_rc 0 "info ${pair%%:*}" "$CLI" info "${pair%%:*}"
+    grep -qx "type: ${pair##*:}" out.txt || fail "type of ${pair%%:*}"
+done
 
 # Failures: the message on stderr, exit 1, the old output untouched.
 printf 'old' >keep.jpg

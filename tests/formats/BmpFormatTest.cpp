@@ -121,6 +121,15 @@ TEST(BmpReader, ShrinkingAveragesTheRowsAndColumnsThatFallOnEachPixel) {
     resampler.Resample(source, target);
     EXPECT_EQ(target[0], 30);  // (0 + 0.5 x 90) / 1.5
     EXPECT_EQ(target[3], 150); // (0.5 x 90 + 180) / 1.5
+
+    // Enlarging (for the Rescale command): 2 onto 3, the middle one blends.
+    const std::uint8_t pair[6] = {0, 0, 0, 99, 99, 99};
+    std::uint8_t three[9] = {};
+    RowResampler enlarge(2, 3);
+    enlarge.Resample(pair, three);
+    EXPECT_EQ(three[0], 0);
+    EXPECT_EQ(three[3], 50); // half of each, rounded to nearest
+    EXPECT_EQ(three[6], 99);
 }
 
 TEST(BmpReader, RefusesBrokenFiles) {

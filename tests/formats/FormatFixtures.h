@@ -1,6 +1,10 @@
 #pragma once
 
+#include "image/CDibImage.h"
+
 #include <QTemporaryDir>
+
+#include <cmath>
 
 #include <cstdint>
 #include <cstdio>
@@ -94,4 +98,21 @@ inline std::vector<std::uint8_t> MakeTable(std::initializer_list<std::uint32_t> 
         ++i;
     }
     return table;
+}
+
+// Peak signal-to-noise ratio of two 24-bit pictures of one size, in dB.
+inline double Psnr(const CDibImage& a, const CDibImage& b) {
+    std::vector<std::uint8_t> rowA(a.RowBytes());
+    std::vector<std::uint8_t> rowB(b.RowBytes());
+    double sum = 0;
+    for (int y = 0; y < a.Height(); ++y) {
+        a.GetRow(y, rowA.data());
+        b.GetRow(y, rowB.data());
+        for (std::size_t i = 0; i < static_cast<std::size_t>(a.Width()) * 3; ++i) {
+            const double d = static_cast<double>(rowA[i]) - rowB[i];
+            sum += d * d;
+        }
+    }
+    const double samples = 3.0 * a.Width() * a.Height();
+    return sum == 0 ? 99.0 : 10 * std::log10(255.0 * 255.0 * samples / sum);
 }

@@ -75,6 +75,21 @@ TEST(PictureFiles, TransparentPixelsAreLaidOverWhite) {
     EXPECT_EQ(loaded->GetPixel(2, 0), MakeColorWord(10, 20, 30));
 }
 
+TEST(PictureFiles, OtherFormatsGoThroughQtsReaders) {
+    if (!ToolAvailable("convert")) {
+        GTEST_SKIP() << "imagemagick not installed";
+    }
+    TempFolder dir;
+    for (const char* name : {"red.tif", "red.webp"}) {
+        ASSERT_EQ(RunQuiet("convert -size 30x20 xc:#FF0000 -define webp:lossless=true " + dir.Path(name)), 0)
+            << name;
+        std::unique_ptr<CDibImage> picture;
+        ASSERT_EQ(Load(dir.Path(name), picture), kFileOk) << name;
+        EXPECT_EQ(picture->Width(), 30) << name;
+        EXPECT_EQ(picture->GetPixel(29, 19), 0x0000FFu) << name;
+    }
+}
+
 TEST(PictureFiles, UnreadableFilesFailWithoutAPicture) {
     TempFolder dir;
     WriteBytes(dir.Path("empty.png"), {});
@@ -89,9 +104,15 @@ TEST(PictureFiles, UnreadableFilesFailWithoutAPicture) {
                 0x00, 0x00, 0x00, 0x00, 0x8d, 0x08, 0x00, 0x08, 0x00, 0x08, 0x00, 0x08, 0x42, 0xf2,
                 0xff, 0xb6, 0x00, 0x20, 0x00, 0x24, 0x00, 0x00, 0x70, 0x62, 0x6d, 0x6d, 0x6d, 0x00,
                 0x92, 0x49, 0x00, 0x08, 0x00, 0x00, 0x03, 0x62, 0x97, 0x02, 0x00, 0x3b});
+    // Also from the fuzzer: a 12296 x 16904 screen, which Qt would decode whole.
+    WriteBytes(dir.Path("huge.gif"),
+               {0x47, 0x49, 0x46, 0x38, 0x39, 0x61, 0x08, 0x30, 0x08, 0x42, 0xf2, 0x00, 0x00, 0xff,
+                0x00, 0x00, 0x29, 0x6d, 0x00, 0x92, 0x49, 0x00, 0x3b, 0x24, 0x00, 0xdb, 0x00, 0xf7,
+                0xfe, 0x21, 0xf9, 0x04, 0x00, 0x00, 0x00, 0x00, 0x00, 0x2c, 0x00, 0x00, 0x00, 0xe3,
+                0x8d, 0x08, 0x00, 0x00, 0x00, 0x08, 0x03, 0x62, 0x97, 0x02, 0x00, 0x3b});
     ::mkdir(dir.Path("folder.png").c_str(), 0700);
-    for (const char* name :
-         {"empty.png", "noise.gif", "png.png", "text.txt", "folder.png", "absent.png", "wide.gif"}) {
+    for (const char* name : {"empty.png", "noise.gif", "png.png", "text.txt", "folder.png", "absent.png",
+                             "wide.gif", "huge.gif"}) {
         std::unique_ptr<CDibImage> picture;
         EXPECT_EQ(Load(dir.Path(name), picture), kFileFailed) << name;
         EXPECT_FALSE(picture) << name;
@@ -219,7 +240,6 @@ TEST(LoadLimitsTest, UsersMayRaiseTheStartButNotLowerIt) {
     EXPECT_EQ(start.height, 30000);
     platform::Settings::WriteInt("MainSection", "MaxLoadWidth", 100);
     EXPECT_EQ(LoadLimits::StartFromSettings().width, 1920);
-    platform::Settings::WriteInt("MainSection", "MaxLoadWidth", 1920);
     platform::Settings::WriteInt("MainSection", "MaxLoadHeight", 2560);
 }
 

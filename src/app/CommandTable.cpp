@@ -1,0 +1,227 @@
+#include "app/CommandTable.h"
+
+#include "app/CBriselApp.h"
+#include "app/CMainFrame.h"
+#include "app/CommandIds.h"
+#include "formats/CDocumentFiles.h"
+#include "image/CBriselDoc.h"
+#include "view/CBriselView.h"
+#include "view/ToolTable.h"
+#include "view/ZoomRules.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMimeData>
+#include <string>
+
+namespace {
+using T = CommandTargets;
+constexpr auto F = CommandTarget::Frame;
+constexpr auto V = CommandTarget::View;
+constexpr auto D = CommandTarget::Document;
+constexpr auto A = CommandTarget::Application;
+
+bool HasDocument(const T& t) {
+    return t.doc != nullptr && t.doc->GetPicture() != nullptr;
+}
+bool HasSelection(const T& t) {
+    return HasDocument(t) && t.doc->GetFloatMask() != nullptr;
+}
+bool ClipboardHasPicture(const T&) {
+    const QMimeData* data = QGuiApplication::clipboard()->mimeData();
+    return data != nullptr && data->hasImage();
+}
+
+int ImageWidth(const T& t) {
+    return HasDocument(t) ? t.doc->GetPicture()->Width() : 0;
+}
+int ImageHeight(const T& t) {
+    return HasDocument(t) ? t.doc->GetPicture()->Height() : 0;
+}
+
+template <int N> void Magnify(T& t) {
+    t.view->ZoomMagnify(N);
+}
+template <int N> void Reduce(T& t) {
+    t.view->ZoomReduce(N);
+}
+template <int N> bool CanMagnify(const T& t) {
+    return HasDocument(t) && zoom::CanMagnifyTo(N, ImageWidth(t), ImageHeight(t));
+}
+template <int N> bool CanReduce(const T& t) {
+    return HasDocument(t) && zoom::CanReduceTo(N, ImageWidth(t), ImageHeight(t));
+}
+template <int Index> void OpenRecent(T& t) {
+    t.app->OnOpenRecent(Index);
+}
+template <int Index> bool HasRecent(const T& t) {
+    return t.app->HasRecentFile(Index);
+}
+
+// Edit, Image and Filter entries are listed so that the menus are complete;
+// each gets its handler when the operation behind it is available.
+std::vector<CommandEntry> BuildTable() {
+    std::vector<CommandEntry> table = {
+        // File
+        {cmd::kNew, "File", nullptr, "New...", "Ctrl+N", A, [](T& t) { t.app->OnFileNew(); }, nullptr,
+         nullptr, false},
+        {cmd::kOpen, "File", nullptr, "Open...", "Ctrl+O", A, [](T& t) { t.app->OnFileOpen(); }, nullptr,
+         nullptr, false},
+        {cmd::kRecentFirst + 0, "File", "Open Recent", "1", nullptr, A, OpenRecent<0>, HasRecent<0>, nullptr,
+         false},
+        {cmd::kRecentFirst + 1, "File", "Open Recent", "2", nullptr, A, OpenRecent<1>, HasRecent<1>, nullptr,
+         false},
+        {cmd::kRecentFirst + 2, "File", "Open Recent", "3", nullptr, A, OpenRecent<2>, HasRecent<2>, nullptr,
+         false},
+        {cmd::kRecentFirst + 3, "File", "Open Recent", "4", nullptr, A, OpenRecent<3>, HasRecent<3>, nullptr,
+         false},
+        {cmd::kRecentFirst + 4, "File", "Open Recent", "5", nullptr, A, OpenRecent<4>, HasRecent<4>, nullptr,
+         false},
+        {cmd::kRecentFirst + 5, "File", "Open Recent", "6", nullptr, A, OpenRecent<5>, HasRecent<5>, nullptr,
+         false},
+        {cmd::kRecentFirst + 6, "File", "Open Recent", "7", nullptr, A, OpenRecent<6>, HasRecent<6>, nullptr,
+         false},
+        {cmd::kRecentFirst + 7, "File", "Open Recent", "8", nullptr, A, OpenRecent<7>, HasRecent<7>, nullptr,
+         false},
+        {cmd::kSave, "File", nullptr, "Save", "Ctrl+S", D,
+         [](T& t) { t.app->AfterDocumentCommand(t.files->Save()); },
+         [](const T& t) { return t.files->CanSave(); }, nullptr, true},
+        {cmd::kSaveAs, "File", nullptr, "Save As...", "Ctrl+Shift+S", D,
+         [](T& t) { t.app->AfterDocumentCommand(t.files->SaveAs()); }, HasDocument, nullptr, false},
+        {cmd::kRevert, "File", nullptr, "Revert", nullptr, D,
+         [](T& t) { t.app->AfterDocumentCommand(t.files->Revert() == 1); },
+         [](const T& t) { return t.files->CanRevert(); }, nullptr, false},
+        {cmd::kSendMail, "File", nullptr, "Send via E-mail...", nullptr, A,
+         [](T& t) { t.app->OnSend(ExternalSender::Channel::Mail); }, HasDocument, nullptr, true},
+        {cmd::kSendInfrared, "File", nullptr, "Send via Infrared...", nullptr, A,
+         [](T& t) { t.app->OnSend(ExternalSender::Channel::Device); }, HasDocument, nullptr, false},
+        {cmd::kOptions, "File", nullptr, "Options...", nullptr, F, [](T& t) { t.frame.OnOptions(); }, nullptr,
+         nullptr, true},
+        {cmd::kAbout, "File", nullptr, "About...", nullptr, A, [](T& t) { t.app->OnAbout(); }, nullptr,
+         nullptr, true},
+        {cmd::kHelp, "File", nullptr, "Help", "F1", A, [](T& t) { t.app->OnHelp(); }, nullptr, nullptr,
+         false},
+        {cmd::kExit, "File", nullptr, "Exit", nullptr, A, [](T& t) { t.app->OnExit(true); }, nullptr, nullptr,
+         true},
+        {cmd::kAppExit, nullptr, nullptr, "Quit", "Ctrl+Q", A, [](T& t) { t.app->OnExit(false); }, nullptr,
+         nullptr, false},
+        // Edit
+        {cmd::kUndo, "Edit", nullptr, "Undo", "Ctrl+Z", F, [](T& t) { t.frame.OnUndo(); },
+         [](const T& t) { return t.frame.UndoRecord().CanUndo(t.doc); }, nullptr, false},
+        {cmd::kRedo, "Edit", nullptr, "Redo", "Ctrl+Y", F, [](T& t) { t.frame.OnRedo(); },
+         [](const T& t) { return t.frame.UndoRecord().CanRedo(t.doc); }, nullptr, false},
+        {cmd::kCut, "Edit", nullptr, "Cut", "Ctrl+X", F, nullptr, HasSelection, nullptr, true},
+        {cmd::kCopy, "Edit", nullptr, "Copy", "Ctrl+C", F, nullptr, HasDocument, nullptr, false},
+        {cmd::kPaste, "Edit", nullptr, "Paste", "Ctrl+V", F, nullptr, ClipboardHasPicture, nullptr, false},
+        {cmd::kPasteAsNew, "Edit", nullptr, "Paste as New", nullptr, F, nullptr, ClipboardHasPicture, nullptr,
+         false},
+        {cmd::kClear, "Edit", nullptr, "Clear", nullptr, F, nullptr, HasSelection, nullptr, false},
+        {cmd::kCrop, "Edit", nullptr, "Crop", nullptr, F, nullptr, HasSelection, nullptr, false},
+        {cmd::kFill, "Edit", nullptr, "&Fill...", nullptr, F, nullptr, HasDocument, nullptr, false},
+        {cmd::kSelectAll, "Edit", nullptr, "Select All", nullptr, F, nullptr, HasDocument, nullptr, true},
+        {cmd::kSelectNone, "Edit", nullptr, "Select None", nullptr, F, nullptr, HasSelection, nullptr, false},
+        {cmd::kInvertSelection, "Edit", nullptr, "Invert Selection", nullptr, F, nullptr, HasSelection,
+         nullptr, false},
+        {cmd::kPutFloating, "Edit", nullptr, "Put Floating", nullptr, F, nullptr, HasSelection, nullptr,
+         true},
+        {cmd::kDiscardFloating, "Edit", nullptr, "Discard Floating", nullptr, F, nullptr, HasSelection,
+         nullptr, false},
+        // View
+        {cmd::kActualImage, "View", nullptr, "Actual Image", "Ctrl+0", V, [](T& t) { t.view->ZoomActual(); },
+         nullptr, nullptr, false},
+        {cmd::kMagnifyIds[0], "View", "Magnify", "x 2", nullptr, V, Magnify<2>, CanMagnify<2>, nullptr,
+         false},
+        {cmd::kMagnifyIds[1], "View", "Magnify", "x 3", nullptr, V, Magnify<3>, CanMagnify<3>, nullptr,
+         false},
+        {cmd::kMagnifyIds[2], "View", "Magnify", "x 4", nullptr, V, Magnify<4>, CanMagnify<4>, nullptr,
+         false},
+        {cmd::kMagnifyIds[3], "View", "Magnify", "x 5", nullptr, V, Magnify<5>, CanMagnify<5>, nullptr,
+         false},
+        {cmd::kMagnifyIds[4], "View", "Magnify", "x 6", nullptr, V, Magnify<6>, CanMagnify<6>, nullptr,
+         false},
+        {cmd::kMagnifyIds[5], "View", "Magnify", "x 7", nullptr, V, Magnify<7>, CanMagnify<7>, nullptr,
+         false},
+        {cmd::kMagnifyIds[6], "View", "Magnify", "x 8", nullptr, V, Magnify<8>, CanMagnify<8>, nullptr,
+         false},
+        {cmd::kReduceIds[0], "View", "Reduce", "/ 2", nullptr, V, Reduce<2>, CanReduce<2>, nullptr, false},
+        {cmd::kReduceIds[1], "View", "Reduce", "/ 3", nullptr, V, Reduce<3>, CanReduce<3>, nullptr, false},
+        {cmd::kReduceIds[2], "View", "Reduce", "/ 4", nullptr, V, Reduce<4>, CanReduce<4>, nullptr, false},
+        {cmd::kReduceIds[3], "View", "Reduce", "/ 5", nullptr, V, Reduce<5>, CanReduce<5>, nullptr, false},
+        {cmd::kReduceIds[4], "View", "Reduce", "/ 6", nullptr, V, Reduce<6>, CanReduce<6>, nullptr, false},
+        {cmd::kReduceIds[5], "View", "Reduce", "/ 7", nullptr, V, Reduce<7>, CanReduce<7>, nullptr, false},
+        {cmd::kReduceIds[6], "View", "Reduce", "/ 8", nullptr, V, Reduce<8>, CanReduce<8>, nullptr, false},
+        {cmd::kFullScreen, "View", nullptr, "Full Screen", "F11", V, [](T& t) { t.view->FullScreen(); },
+         nullptr, nullptr, false},
+        {cmd::kZoomIn, nullptr, nullptr, "Zoom In", "Ctrl++", V, [](T& t) { t.view->ZoomInStep(true); },
+         HasDocument, nullptr, false},
+        {cmd::kZoomOut, nullptr, nullptr, "Zoom Out", "Ctrl+-", V, [](T& t) { t.view->ZoomOutStep(true); },
+         HasDocument, nullptr, false},
+        {cmd::kImageInformation, "View", nullptr, "Image Information...", nullptr, F,
+         [](T& t) { t.frame.OnImageInformation(); }, HasDocument, nullptr, true},
+        {cmd::kSystemInformation, "View", nullptr, "System Information...", nullptr, F,
+         [](T& t) { t.frame.OnSystemInformation(); }, nullptr, nullptr, false},
+        {cmd::kToolBar, "View", nullptr, "Tool Bar", nullptr, F, [](T& t) { t.frame.OnToolBar(); }, nullptr,
+         [](const T& t) { return t.frame.ToolBarVisible(); }, true},
+        // Image
+        {32818, "Image", nullptr, "&Brightness/Contrast...", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32819, "Image", nullptr, "&Hue/Saturation...", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32820, "Image", nullptr, "&Gamma...", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32800, "Image", nullptr, "Flip Horizontal", nullptr, F, nullptr, nullptr, nullptr, true},
+        {32801, "Image", nullptr, "Flip Vertical", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32799, "Image", nullptr, "Rotate Right", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32798, "Image", nullptr, "Rotate Left", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32829, "Image", nullptr, "Rotate...", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32797, "Image", nullptr, "Rescale...", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32783, "Image", nullptr, "Invert", nullptr, F, nullptr, nullptr, nullptr, true},
+        {32802, "Image", nullptr, "Gray", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32864, "Image", "Color Level", "Red", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32865, "Image", "Color Level", "Green", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32866, "Image", "Color Level", "Blue", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32867, "Image", "Color Level", "Cyan", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32868, "Image", "Color Level", "Magenta", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32869, "Image", "Color Level", "Yellow", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32815, "Image", "Color Level", "Forecolor", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32816, "Image", "Color Level", "Backcolor", nullptr, F, nullptr, nullptr, nullptr, false},
+        // Filter
+        {32794, "Filter", "Blur", "Small", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32793, "Filter", "Blur", "More", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32792, "Filter", "Blur", "Large", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32789, "Filter", "Sharpen", "Small", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32791, "Filter", "Sharpen", "More", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32790, "Filter", "Sharpen", "Large", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32795, "Filter", nullptr, "Average...", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32780, "Filter", nullptr, "Despeckle", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32796, "Filter", nullptr, "Diffuse", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32778, "Filter", nullptr, "Emboss...", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32781, "Filter", nullptr, "Find Edge...", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32779, "Filter", nullptr, "Mosaic...", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32782, "Filter", nullptr, "Trace Contour...", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32809, "Filter", "Cool Color", "Green", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32810, "Filter", "Cool Color", "Blue", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32811, "Filter", "Cool Color", "Cyan", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32812, "Filter", "Warm Color", "Red", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32813, "Filter", "Warm Color", "Magenta", nullptr, F, nullptr, nullptr, nullptr, false},
+        {32814, "Filter", "Warm Color", "Yellow", nullptr, F, nullptr, nullptr, nullptr, false},
+    };
+    // The tool commands come from the tool table.
+    for (const tools::ToolInfo& tool : tools::Table()) {
+        table.push_back({tool.id, nullptr, nullptr, "", nullptr, F, [](T& t) { t.frame.OnToolCommand(t.id); },
+                         nullptr, nullptr, false});
+    }
+    return table;
+}
+} // namespace
+
+const std::vector<CommandEntry>& CommandTable() {
+    static const std::vector<CommandEntry> table = BuildTable();
+    return table;
+}
+
+const CommandEntry* FindCommand(int id) {
+    for (const CommandEntry& entry : CommandTable()) {
+        if (entry.id == id) {
+            return &entry;
+        }
+    }
+    return nullptr;
+}

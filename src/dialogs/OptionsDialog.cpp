@@ -1,0 +1,80 @@
+#include "dialogs/OptionsDialog.h"
+
+#include "dialogs/NumberTriple.h"
+#include "formats/LoadLimits.h"
+#include "platform/MessagePresenter.h"
+#include "platform/StringTable.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QSpinBox>
+#include <QVBoxLayout>
+
+OptionsDialog::OptionsDialog(const OptionsValues& values, QWidget* parent)
+    : QDialog(parent), m_quality(new NumberTriple(1, 100, values.jpegQuality)), m_display(new QComboBox),
+      m_pressure(new QCheckBox(QStringLiteral("Pen Pressure Simulation"))), m_maxWidth(new QSpinBox),
+      m_maxHeight(new QSpinBox) {
+    setWindowTitle(QStringLiteral("Options"));
+    auto* layout = new QVBoxLayout(this);
+
+    auto* jpeg = new QGroupBox(QStringLiteral("JPEG"));
+    auto* jpegLayout = new QVBoxLayout(jpeg);
+    jpegLayout->addWidget(new QLabel(QStringLiteral("Quality (1...100) :")));
+    jpegLayout->addWidget(m_quality);
+    auto* scale = new QHBoxLayout;
+    scale->addWidget(new QLabel(QStringLiteral("Poor")));
+    scale->addStretch();
+    scale->addWidget(new QLabel(QStringLiteral("Good")));
+    jpegLayout->addLayout(scale);
+    layout->addWidget(jpeg);
+
+    auto* display = new QGroupBox(QStringLiteral("Display"));
+    auto* displayLayout = new QFormLayout(display);
+    m_display->addItems({QStringLiteral("Automatic"), QStringLiteral("True Color"),
+                         QStringLiteral("65536 colors"), QStringLiteral("4096 colors")});
+    m_display->setCurrentIndex(values.displayMode);
+    displayLayout->addRow(QStringLiteral("Optimized for :"), m_display);
+    layout->addWidget(display);
+
+    m_pressure->setChecked(values.pressureSimulation);
+    layout->addWidget(m_pressure);
+
+    auto* large = new QGroupBox(QStringLiteral("Large Pictures"));
+    auto* largeLayout = new QFormLayout(large);
+    m_maxWidth->setRange(LoadLimits::kStartWidth, LoadLimits::kMostRaised);
+    m_maxHeight->setRange(LoadLimits::kStartHeight, LoadLimits::kMostRaised);
+    m_maxWidth->setValue(values.maxLoadWidth);
+    m_maxHeight->setValue(values.maxLoadHeight);
+    m_maxWidth->setSuffix(QStringLiteral(" pixels"));
+    m_maxHeight->setSuffix(QStringLiteral(" pixels"));
+    largeLayout->addRow(QStringLiteral("Load up to width :"), m_maxWidth);
+    largeLayout->addRow(QStringLiteral("Load up to height :"), m_maxHeight);
+    auto* note =
+        new QLabel(QStringLiteral("Larger pictures open at a reduced size. Takes effect at the next start."));
+    note->setWordWrap(true);
+    largeLayout->addRow(note);
+    layout->addWidget(large);
+
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    connect(buttons, &QDialogButtonBox::accepted, this, &OptionsDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &OptionsDialog::reject);
+    layout->addWidget(buttons);
+}
+
+OptionsValues OptionsDialog::Values() const {
+    return {m_quality->Value(), m_display->currentIndex(), m_pressure->isChecked(), m_maxWidth->value(),
+            m_maxHeight->value()};
+}
+
+void OptionsDialog::accept() {
+    if (!m_quality->InRange()) {
+        platform::ShowMessage(platform::IDS_QUALITY_OUT_OF_RANGE, platform::MB_ICONEXCLAMATION);
+        return;
+    }
+    QDialog::accept();
+}

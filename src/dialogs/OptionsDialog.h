@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QDialog>
+
+class NumberTriple;
+class QComboBox;
+class QCheckBox;
+class QSpinBox;
+
+struct OptionsValues {
+    int jpegQuality = 80;
+    int displayMode = 0;
+    bool pressureSimulation = false;
+    // The largest picture loaded at full size (applies from the next start).
+    int maxLoadWidth = 1920;
+    int maxLoadHeight = 2560;
+};
+
+// "Options": JPEG quality, display optimisation, pen pressure simulation and
+// the size up to which pictures are loaded without reduction.
+class OptionsDialog : public QDialog {
+    Q_OBJECT
+public:
+    OptionsDialog(const OptionsValues& values, QWidget* parent = nullptr);
+
+    OptionsValues Values() const;
+    NumberTriple* Quality() const { return m_quality; }
+    QComboBox* DisplayMode() const { return m_display; }
+    QCheckBox* Pressure() const { return m_pressure; }
+    QSpinBox* MaxLoadWidth() const { return m_maxWidth; }
+    QSpinBox* MaxLoadHeight() const { return m_maxHeight; }
+
+    // Keeps the dialog open with a message when the quality is out of range.
+    void accept() override;
+
+private:
+    NumberTriple* m_quality;
+    QComboBox* m_display;
+    QCheckBox* m_pressure;
+    QSpinBox* m_maxWidth;
+    QSpinBox* m_maxHeight;
+};

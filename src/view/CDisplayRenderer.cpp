@@ -1,0 +1,323 @@
+#include "view/CDisplayRenderer.h"
+
+#include "image/CBriselDoc.h"
+#include "image/CDibImage.h"
+#include "image/FloatingBlend.h"
+#include "platform/Settings.h"
+
+#include <QImage>
+#include <QPainter>
+#include <QPoint>
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace {
+const char* const kSection = "MainSection";
+const char* const kDisplayKey = "OptimizedDisplay";
+
+constexpr std::uint8_t kMatrix4096[4][4] = {{0, 8, 2, 10}, {12, 4, 14, 6}, {3, 11, 1, 9}, {15, 7, 13, 5}};
+constexpr std::uint8_t kMatrix65536[4][4] = {{0, 4, 1, 5}, {6, 2, 7, 3}, {1, 5, 0, 4}, {7, 3, 6, 2}};
+
+std::uint8_t QuantiseWith(std::uint8_t c, std::uint8_t threshold, unsigned highMask, unsigned step) {
+    const unsigned high = c & highMask;
+    const unsigned rest = c & ~highMask & 0xFFu;
+    if (threshold > rest) {
+        return static_cast<std::uint8_t>(high);
+    }
+    return high == highMask ? 255 : static_cast<std::uint8_t>(high + step);
+}
+
+// The display gamma table: g = 10 is the identity, larger values brighten.
+void BuildGammaTable(std::uint8_t* table, int gamma) {
+    if (gamma == 10) {
+        for (int i = 0; i < 256; ++i) {
+            table[i] = static_cast<std::uint8_t>(i);
+        }
+        return;
+    }
+    const float exponent = 10.0f / static_cast<float>(gamma);
+    float x = 0.0f;
+    for (int i = 0; i < 256; ++i) {
+        const double value = std::pow(static_cast<double>(x), static_cast<double>(exponent)) * 255.0 + 0.5;
+        table[i] = static_cast<std::uint8_t>(std::min(static_cast<unsigned>(value), 255u));
+        x += 0.003921569f;
+    }
+}
+
+int ValidGamma(int gamma) {
+    return (gamma >= 1 && gamma <= 79) ? gamma : 1;
+}
+std::uint32_t StrideOf(int pixels) {
+    return (static_cast<std::uint32_t>(pixels) * 3 + 3) & ~3u;
+}
+} // namespace
+
+CDisplayRenderer::CDisplayRenderer() {
+    m_displayMode = platform::Settings::ReadInt(kSection, kDisplayKey, kAutomatic);
+    if (m_displayMode < kAutomatic || m_displayMode > k4096Colors) {
+        m_displayMode = kAutomatic;
+    }
+    BuildLookupTables();
+}
+
+CDisplayRenderer::~CDisplayRenderer() {
+    platform::Settings::WriteInt(kSection, kDisplayKey, m_displayMode);
+}
+
+void CDisplayRenderer::SetDisplayMode(int mode) {
+    m_displayMode = (mode >= kAutomatic && mode <= k4096Colors) ? mode : kAutomatic;
+}
+
+void CDisplayRenderer::SetGamma(int red, int green, int blue) {
+    m_gammaRed = ValidGamma(red);
+    m_gammaGreen = ValidGamma(green);
+    m_gammaBlue = ValidGamma(blue);
+    BuildLookupTables();
+}
+
+void CDisplayRenderer::BuildLookupTables() {
+    BuildGammaTable(m_lutRed, m_gammaRed);
+    BuildGammaTable(m_lutGreen, m_gammaGreen);
+    BuildGammaTable(m_lutBlue, m_gammaBlue);
+}
+
+void CDisplayRenderer::SetZoom(int code) {
+    m_zoom = (code == 0 || code == -1) ? 1 : code;
+}
+
+int CDisplayRenderer::OutputDepth() const {
+    switch (m_displayMode) {
+    case k65536Colors:
+    case k4096Colors:
+        return 16;
+    case kTrueColor:
+        return 24;
+    default:
+        return m_screenDepth;
+    }
+}
+
+std::uint8_t CDisplayRenderer::Quantise4096(std::uint8_t c, int x, int y) {
+    return QuantiseWith(c, kMatrix4096[y & 3][x & 3], 0xF0, 16);
+}
+
+std::uint8_t CDisplayRenderer::Quantise65536(std::uint8_t c, int x, int y) {
+    return QuantiseWith(c, kMatrix65536[y & 3][x & 3], 0xF8, 8);
+}
+
+int CDisplayRenderer::Bind(const CBriselDoc& doc) {
+    return Bind(doc.GetPicture(), doc.GetFloatImage(), doc.GetFloatMask(), doc.FloatX(), doc.FloatY());
+}
+
+int CDisplayRenderer::Bind(const CDibImage* picture, const CDibImage* floatImage, const CDibImage* floatMask,
+                           int floatX, int floatY) {
+    Release();
+    m_image = picture;
+    if (floatImage == nullptr || floatMask == nullptr || floatImage->Width() != floatMask->Width() ||
+        floatImage->Height() != floatMask->Height()) {
+        return 1;
+    }
+    m_floatRowPixels = platform::HeapBlock::Allocate(floatImage->RowBytes());
+    m_floatRowMask = platform::HeapBlock::Allocate(floatMask->RowBytes());
+    if (!m_floatRowPixels || !m_floatRowMask) {
+        Release();
+        return 0;
+    }
+    m_floatImage = floatImage;
+    m_floatMask = floatMask;
+    m_floatX = floatX;
+    m_floatY = floatY;
+    m_floatBounds = {floatX, floatY, floatX + floatImage->Width() - 1, floatY + floatImage->Height() - 1};
+    return 1;
+}
+
+void CDisplayRenderer::Release() {
+    m_image = nullptr;
+    m_floatImage = nullptr;
+    m_floatMask = nullptr;
+    m_floatRowPixels.reset();
+    m_floatRowMask.reset();
+    m_imageRow.reset();
+    m_sums.reset();
+    m_scaledRow.reset();
+    m_band.reset();
+    m_imageRowCapacity = 0;
+    m_screenRowCapacity = 0;
+}
+
+int CDisplayRenderer::ScreenWidthOf(const ImageRect& area) const {
+    const int pixels = area.right - area.left + 1;
+    return m_zoom >= 1 ? pixels * m_zoom : (pixels + -m_zoom - 1) / -m_zoom;
+}
+
+int CDisplayRenderer::ScreenHeightOf(const ImageRect& area) const {
+    const int rows = area.bottom - area.top + 1;
+    return m_zoom >= 1 ? rows * m_zoom : (rows + -m_zoom - 1) / -m_zoom;
+}
+
+bool CDisplayRenderer::EnsureBuffers(int imagePixels, int screenPixels) {
+    if (imagePixels <= m_imageRowCapacity && screenPixels <= m_screenRowCapacity) {
+        return true;
+    }
+    m_imageRow = platform::HeapBlock::Allocate(static_cast<std::size_t>(imagePixels) * 3);
+    m_sums = platform::HeapBlock::Allocate(static_cast<std::size_t>(imagePixels) * 3 * sizeof(std::uint16_t));
+    m_scaledRow = platform::HeapBlock::Allocate(StrideOf(screenPixels));
+    m_band = platform::HeapBlock::Allocate(static_cast<std::size_t>(StrideOf(screenPixels)) * kBandRows);
+    if (!m_imageRow || !m_sums || !m_scaledRow || !m_band) {
+        m_imageRowCapacity = m_screenRowCapacity = 0;
+        return false;
+    }
+    m_imageRowCapacity = imagePixels;
+    m_screenRowCapacity = screenPixels;
+    return true;
+}
+
+void CDisplayRenderer::FetchImageRow(int y, int x0, int x1, std::uint8_t* dst) {
+    m_image->GetSpanBytes(x0, x1, y, dst);
+    if (m_floatImage == nullptr || y < m_floatBounds.top || y > m_floatBounds.bottom ||
+        x1 < m_floatBounds.left || x0 > m_floatBounds.right) {
+        return;
+    }
+    m_floatImage->GetRow(y - m_floatY, m_floatRowPixels.data());
+    m_floatMask->GetRow(y - m_floatY, m_floatRowMask.data());
+    BlendFloatingRow(dst, x0, x1, m_floatRowPixels.data(), m_floatRowMask.data(), m_floatX,
+                     m_floatImage->Width());
+}
+
+void CDisplayRenderer::ApplyLookup(std::uint8_t* row, int pixels) const {
+    for (int i = 0; i < pixels; ++i, row += 3) {
+        row[0] = m_lutBlue[row[0]];
+        row[1] = m_lutGreen[row[1]];
+        row[2] = m_lutRed[row[2]];
+    }
+}
+
+void CDisplayRenderer::MagnifyRow(const std::uint8_t* src, int pixels, std::uint8_t* dst) const {
+    for (int i = 0; i < pixels; ++i, src += 3) {
+        const std::uint8_t b = m_lutBlue[src[0]];
+        const std::uint8_t g = m_lutGreen[src[1]];
+        const std::uint8_t r = m_lutRed[src[2]];
+        for (int n = 0; n < m_zoom; ++n) {
+            *dst++ = b;
+            *dst++ = g;
+            *dst++ = r;
+        }
+    }
+}
+
+void CDisplayRenderer::ReduceRows(const ImageRect& area, int firstRow, std::uint8_t* dst) {
+    const int k = -m_zoom;
+    const int pixels = area.right - area.left + 1;
+    const int bytes = pixels * 3;
+    auto* sums = reinterpret_cast<std::uint16_t*>(m_sums.data());
+    std::fill(sums, sums + bytes, std::uint16_t{0});
+    const int lastRow = std::min(firstRow + k - 1, area.bottom);
+    std::uint8_t* row = m_imageRow.data();
+    for (int y = firstRow; y <= lastRow; ++y) {
+        FetchImageRow(y, area.left, area.right, row);
+        for (int i = 0; i < bytes; ++i) {
+            sums[i] = static_cast<std::uint16_t>(sums[i] + row[i]);
+        }
+    }
+    const int rowsSummed = lastRow - firstRow + 1;
+    for (int i = 0; i < bytes; ++i) {
+        sums[i] = static_cast<std::uint16_t>(sums[i] / rowsSummed);
+    }
+    for (int start = 0; start < pixels; start += k) {
+        const int count = std::min(k, pixels - start);
+        unsigned b = 0, g = 0, r = 0;
+        for (int n = 0; n < count; ++n) {
+            const std::uint16_t* p = sums + 3 * (start + n);
+            b += p[0];
+            g += p[1];
+            r += p[2];
+        }
+        *dst++ = m_lutBlue[b / count];
+        *dst++ = m_lutGreen[g / count];
+        *dst++ = m_lutRed[r / count];
+    }
+}
+
+void CDisplayRenderer::BuildScreenRow(const ImageRect& area, int screenRow, std::uint8_t* dst,
+                                      int& cachedRow) {
+    const int screenPixels = ScreenWidthOf(area);
+    if (m_zoom < 1) {
+        ReduceRows(area, area.top + screenRow * -m_zoom, dst);
+        return;
+    }
+    const int imageRow = area.top + screenRow / m_zoom;
+    if (imageRow != cachedRow) {
+        const int pixels = area.right - area.left + 1;
+        if (m_zoom == 1) {
+            FetchImageRow(imageRow, area.left, area.right, m_scaledRow.data());
+            if (!IdentityGamma()) {
+                ApplyLookup(m_scaledRow.data(), pixels);
+            }
+        } else {
+            FetchImageRow(imageRow, area.left, area.right, m_imageRow.data());
+            MagnifyRow(m_imageRow.data(), pixels, m_scaledRow.data());
+        }
+        cachedRow = imageRow;
+    }
+    std::memcpy(dst, m_scaledRow.data(), static_cast<std::size_t>(screenPixels) * 3);
+}
+
+void CDisplayRenderer::Quantise(std::uint8_t* row, int pixels, int screenX, int screenY) const {
+    const bool fine = m_displayMode == k65536Colors;
+    for (int i = 0; i < pixels; ++i) {
+        for (int c = 0; c < 3; ++c, ++row) {
+            *row =
+                fine ? Quantise65536(*row, screenX + i, screenY) : Quantise4096(*row, screenX + i, screenY);
+        }
+    }
+}
+
+template <typename Sink>
+int CDisplayRenderer::RenderBands(const ImageRect& area, int ditherX, int ditherY, Sink&& sink) {
+    if (m_image == nullptr || m_image->BitsPerPixel() != 24 || area.right < area.left ||
+        area.bottom < area.top) {
+        return 0;
+    }
+    const int width = ScreenWidthOf(area);
+    const int height = ScreenHeightOf(area);
+    if (!EnsureBuffers(area.right - area.left + 1, width)) {
+        return 0;
+    }
+    const std::uint32_t stride = StrideOf(width);
+    const bool quantise = OutputDepth() == 16;
+    int cachedRow = -1;
+    for (int bandTop = 0; bandTop < height; bandTop += kBandRows) {
+        const int rows = std::min(kBandRows, height - bandTop);
+        for (int r = 0; r < rows; ++r) {
+            std::uint8_t* row = m_band.data() + static_cast<std::size_t>(r) * stride;
+            BuildScreenRow(area, bandTop + r, row, cachedRow);
+            if (quantise) {
+                Quantise(row, width, ditherX, ditherY + bandTop + r);
+            }
+        }
+        const QImage band(m_band.data(), width, rows, static_cast<qsizetype>(stride), QImage::Format_BGR888);
+        sink(band, bandTop);
+    }
+    return 1;
+}
+
+int CDisplayRenderer::Render(QPainter& painter, const ImageRect& area, const QPoint& screenTopLeft) {
+    return RenderBands(area, screenTopLeft.x(), screenTopLeft.y(), [&](const QImage& band, int bandTop) {
+        painter.drawImage(QPoint(screenTopLeft.x(), screenTopLeft.y() + bandTop), band);
+    });
+}
+
+int CDisplayRenderer::RenderToImage(const ImageRect& area, QImage& out, int ditherX, int ditherY) {
+    if (area.right < area.left || area.bottom < area.top) {
+        return 0;
+    }
+    out = QImage(ScreenWidthOf(area), ScreenHeightOf(area), QImage::Format_RGB888);
+    return RenderBands(area, ditherX, ditherY, [&](const QImage& band, int bandTop) {
+        const QImage rgb = band.convertToFormat(QImage::Format_RGB888);
+        for (int r = 0; r < rgb.height(); ++r) {
+            std::memcpy(out.scanLine(bandTop + r), rgb.constScanLine(r),
+                        static_cast<std::size_t>(rgb.width()) * 3);
+        }
+    });
+}

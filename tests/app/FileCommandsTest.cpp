@@ -1,0 +1,172 @@
+#include "app/AppTestSupport.h"
+#include "app/CBriselApp.h"
+#include "app/CMainFrame.h"
+#include "app/CommandIds.h"
+#include "app/CommandRouter.h"
+#include "app/ExternalSender.h"
+#include "platform/StringTable.h"
+#include "support/ScriptedPresenter.h"
+#include "view/CBriselView.h"
+#include "view/CViewWindow.h"
+
+#include <QAction>
+#include <QFileDialog>
+#include <QImage>
+#include <QTemporaryDir>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace {
+
+using platform::MessageAnswer;
+
+// A small picture file whose pixels are known.
+QString WritePicture(const QTemporaryDir& folder, const QString& name, int width, int height) {
+    QImage image(width, height, QImage::Format_RGB888);
+    image.fill(QColor(10, 200, 30));
+    const QString path = folder.filePath(name);
+    image.save(path, "BMP");
+    return path;
+}
+
+void ChooseFileInNextDialog(const QString& path) {
+    WithNextDialog([path](QDialog* dialog) {
+        auto* files = qobject_cast<QFileDialog*>(dialog);
+        ASSERT_NE(files, nullptr);
+        files->selectFile(path);
+        QMetaObject::invokeMethod(files, "accept");
+    });
+}
+
+class FileCommandsTest : public ::testing::Test {
+protected:
+    void Start(const QStringList& files = {}) {
+        ASSERT_TRUE(app.InitInstance(files));
+        frame = app.MainFrame();
+        frame->resize(500, 400);
+        frame->show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(frame));
+        presenter = std::make_unique<ScriptedPresenter>();
+    }
+    bool Enabled(int id) { return frame->Router().IsEnabled(id); }
+    ColorWord Pixel(int x, int y) { return app.Document().GetPicture()->GetPixel(x, y); }
+
+    QTemporaryDir folder;
+    CBriselApp app;
+    CMainFrame* frame = nullptr;
+    std::unique_ptr<ScriptedPresenter> presenter;
+};
+
+TEST_F(FileCommandsTest, OpensTheFileNamedAtStartAndRemembersIt) {
+    const QString path = WritePicture(folder, "start.bmp", 64, 48);
+    Start({path});
+    EXPECT_EQ(app.Document().GetPicture()->Width(), 64);
+    EXPECT_EQ(Pixel(5, 5), MakeColorWord(10, 200, 30));
+    EXPECT_EQ(frame->windowTitle(), "start.bmp - Tamrick");
+    EXPECT_EQ(frame->View()->State().imageWidth, 64);
+    EXPECT_EQ(app.Recent().At(0), path);
+    EXPECT_TRUE(Enabled(cmd::kRecentFirst));
+    EXPECT_EQ(frame->Router().Action(cmd::kRecentFirst)->text(), "&1 start.bmp");
+    EXPECT_FALSE(frame->Router().Action(cmd::kRecentFirst + 1)->isVisible());
+    EXPECT_FALSE(Enabled(cmd::kSave)); // nothing changed yet
+    EXPECT_FALSE(Enabled(cmd::kRevert));
+}
+
+TEST_F(FileCommandsTest, OpenSaveRevertAndSaveAsFlows) {
+    Start();
+    const QString path = WritePicture(folder, "photo.bmp", 40, 30);
+    ChooseFileInNextDialog(path);
+    ASSERT_TRUE(frame->Router().Execute(cmd::kOpen));
+    ASSERT_EQ(app.Document().GetPicture()->Width(), 40);
+
+    // Paint, then Revert brings the file's pixels back and forgets the undo step.
+    frame->UndoRecord().Record(app.Document(), 1);
+    app.Document().GetPicture()->SetPixel(1, 1, 0);
+    app.Document().SetModifiedFlag(true);
+    EXPECT_TRUE(Enabled(cmd::kSave));
+    EXPECT_TRUE(Enabled(cmd::kRevert));
+    ASSERT_TRUE(frame->Router().Execute(cmd::kRevert));
+    EXPECT_EQ(Pixel(1, 1), MakeColorWord(10, 200, 30));
+    EXPECT_FALSE(Enabled(cmd::kUndo));
+
+    // Save writes over the file; reopening shows the change.
+    app.Document().GetPicture()->SetPixel(2, 2, 0);
+    app.Document().SetModifiedFlag(true);
+    ASSERT_TRUE(frame->Router().Execute(cmd::kSave));
+    EXPECT_FALSE(app.Document().IsModified());
+    EXPECT_EQ(QImage(path).pixelColor(2, 2), QColor(0, 0, 0));
+
+    // Save As adopts the new name.
+    const QString copy = folder.filePath("copy.bmp");
+    ChooseFileInNextDialog(copy);
+    ASSERT_TRUE(frame->Router().Execute(cmd::kSaveAs));
+    EXPECT_TRUE(QFile::exists(copy));
+    EXPECT_EQ(frame->windowTitle(), "copy.bmp - Tamrick");
+    EXPECT_EQ(app.Recent().At(0), copy);
+    EXPECT_TRUE(presenter->Shown().empty());
+}
+
+TEST_F(FileCommandsTest, ChangesAreOfferedForSavingBeforeNewOpenAndExit) {
+    Start();
+    app.Document().SetModifiedFlag(true);
+    // Cancel stops New before its dialog opens.
+    presenter->Answer(MessageAnswer::Cancel);
+    frame->Router().Execute(cmd::kNew);
+    ASSERT_EQ(presenter->Shown().size(), 1u);
+    EXPECT_EQ(presenter->Shown().front().text.rfind("Save changes to ", 0), 0u);
+    EXPECT_EQ(presenter->Shown().front().buttons, platform::MessageButtons::YesNoCancel);
+    EXPECT_TRUE(app.Document().IsModified());
+
+    // Cancel keeps the window open at Exit.
+    presenter->Answer(MessageAnswer::Cancel);
+    frame->Router().Execute(cmd::kExit);
+    EXPECT_TRUE(frame->isVisible());
+
+    // No goes ahead: a dropped file replaces the picture.
+    const QString dropped = WritePicture(folder, "dropped.bmp", 12, 9);
+    presenter->Answer(MessageAnswer::No);
+    emit frame->ViewWindow()->FileDropped(dropped);
+    EXPECT_EQ(app.Document().GetPicture()->Width(), 12);
+    EXPECT_FALSE(app.Document().IsModified());
+}
+
+TEST_F(FileCommandsTest, AMissingFileIsReportedAndLeavesThePicture) {
+    Start();
+    const CDibImage* before = app.Document().GetPicture();
+    EXPECT_FALSE(app.OpenDocumentFile(folder.filePath("gone.bmp")));
+    EXPECT_EQ(app.Document().GetPicture(), before);
+    ASSERT_EQ(presenter->Shown().size(), 1u);
+    EXPECT_NE(presenter->Shown().front().text.find("Unable to open this image file !"), std::string::npos);
+}
+
+TEST_F(FileCommandsTest, SendingASavedPictureGoesAtOnceAndANewOneAsksFirst) {
+    std::vector<QStringList> started;
+    ExternalSender::SetLauncher([&](const QString&, const QStringList& arguments) {
+        started.push_back(arguments);
+        return true;
+    });
+    const QString path = WritePicture(folder, "send.bmp", 8, 8);
+    Start({path});
+    ASSERT_TRUE(frame->Router().Execute(cmd::kSendMail));
+    EXPECT_TRUE(presenter->Shown().empty());
+    ASSERT_EQ(started.size(), 1u);
+    EXPECT_EQ(started.back(), (QStringList{"--attach", path}));
+    frame->Router().Execute(cmd::kSendInfrared);
+    EXPECT_EQ(started.back(), QStringList{path});
+
+    // A never-saved picture: No stops, since there is no file to send.
+    ASSERT_TRUE(app.CreateNewImage({16, 16, 72, 0}));
+    presenter->Answer(MessageAnswer::No);
+    frame->Router().Execute(cmd::kSendMail);
+    EXPECT_EQ(presenter->ShownIds(), std::vector<int>{platform::IDS_SAVE_BEFORE_SENDING});
+    EXPECT_EQ(started.size(), 2u);
+
+    // Without a sending program the user is told.
+    ExternalSender::SetLauncher([](const QString&, const QStringList&) { return false; });
+    app.OpenDocumentFile(path);
+    frame->Router().Execute(cmd::kSendInfrared);
+    EXPECT_EQ(presenter->ShownIds().back(), platform::IDS_NO_BLUETOOTH_SENDER);
+    ExternalSender::SetLauncher(nullptr);
+}
+
+} // namespace

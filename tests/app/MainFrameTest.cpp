@@ -1,0 +1,223 @@
+#include "app/AppTestSupport.h"
+#include "app/CBriselApp.h"
+#include "app/CMainFrame.h"
+#include "app/CommandIds.h"
+#include "app/CommandRouter.h"
+#include "app/CommandTable.h"
+#include "app/ToolPalette.h"
+#include "dialogs/NewImageDialog.h"
+#include "platform/StringTable.h"
+#include "support/ScriptedPresenter.h"
+#include "view/CBriselView.h"
+#include "view/CViewWindow.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QImage>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QTest>
+#include <QToolButton>
+#include <gtest/gtest.h>
+
+namespace {
+
+class MainFrameTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(app.InitInstance());
+        frame = app.MainFrame();
+        frame->resize(640, 480);
+        frame->show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(frame));
+        presenter = std::make_unique<ScriptedPresenter>();
+    }
+    void TearDown() override { presenter.reset(); }
+
+    CommandRouter& Router() { return frame->Router(); }
+    bool Enabled(int id) {
+        Router().UpdateAll();
+        return Router().Action(id)->isEnabled();
+    }
+    void NewPicture(int width, int height) { ASSERT_TRUE(app.CreateNewImage({width, height, 72, 0})); }
+
+    CBriselApp app;
+    CMainFrame* frame = nullptr;
+    std::unique_ptr<ScriptedPresenter> presenter;
+};
+
+QAction* FindInMenus(QWidget* menu, int id) {
+    for (QAction* action : menu->actions()) {
+        if (action->menu() != nullptr) {
+            if (QAction* found = FindInMenus(action->menu(), id)) {
+                return found;
+            }
+        } else if (action->data().toInt() == id) {
+            return action;
+        }
+    }
+    return nullptr;
+}
+
+TEST_F(MainFrameTest, MenusHoldEveryEntryOfTheCommandTable) {
+    const QStringList titles = [this] {
+        QStringList list;
+        for (QAction* action : frame->menuBar()->actions()) {
+            list << action->text();
+        }
+        return list;
+    }();
+    EXPECT_EQ(titles, (QStringList{"File", "Edit", "View", "Image", "Filter"}));
+    for (const CommandEntry& entry : CommandTable()) {
+        if (entry.menu == nullptr) {
+            continue;
+        }
+        QAction* action = FindInMenus(frame->menuBar(), entry.id);
+        ASSERT_NE(action, nullptr) << entry.label;
+        if (entry.id < cmd::kRecentFirst || entry.id >= cmd::kRecentFirst + cmd::kRecentCount) {
+            EXPECT_EQ(action->text(), QString::fromUtf8(entry.label)); // recent entries show file names
+        }
+    }
+    // Filter commands carry the filter engine's ids, decided by their labels.
+    EXPECT_EQ(FindInMenus(frame->menuBar(), 32794)->text(), "Small");
+    EXPECT_EQ(Router().Action(cmd::kNew)->shortcut(), QKeySequence("Ctrl+N"));
+    EXPECT_EQ(Router().Action(cmd::kAppExit)->shortcut(), QKeySequence("Ctrl+Q"));
+    EXPECT_TRUE(Router().Action(cmd::kExit)->shortcut().isEmpty());
+}
+
+TEST_F(MainFrameTest, EnablingRulesFollowTheDocument) {
+    EXPECT_FALSE(Enabled(cmd::kUndo));
+    EXPECT_FALSE(Enabled(cmd::kCut));
+    EXPECT_TRUE(Enabled(cmd::kActualImage));
+    EXPECT_TRUE(Enabled(cmd::kFullScreen));
+    EXPECT_TRUE(Enabled(cmd::kImageInformation));
+
+    CBriselDoc& doc = app.Document();
+    ASSERT_EQ(frame->UndoRecord().Record(doc, 1), 1);
+    doc.GetPicture()->SetPixel(0, 0, 0);
+    EXPECT_TRUE(Enabled(cmd::kUndo));
+    EXPECT_FALSE(Enabled(cmd::kRedo));
+    EXPECT_TRUE(Router().Execute(cmd::kUndo));
+    EXPECT_EQ(doc.GetPicture()->GetPixel(0, 0), 0x00FFFFFFu);
+    EXPECT_TRUE(Enabled(cmd::kRedo));
+
+    NewPicture(5000, 10);
+    EXPECT_FALSE(Enabled(cmd::kRedo));          // a new picture empties the record
+    EXPECT_TRUE(Enabled(cmd::kMagnifyIds[4]));  // x 6
+    EXPECT_FALSE(Enabled(cmd::kMagnifyIds[5])); // x 7
+    EXPECT_FALSE(Router().Execute(cmd::kMagnifyIds[6]));
+    NewPicture(5, 100);
+    EXPECT_TRUE(Enabled(cmd::kReduceIds[3]));  // / 5
+    EXPECT_FALSE(Enabled(cmd::kReduceIds[6])); // / 8
+}
+
+TEST_F(MainFrameTest, ZoomCommandsReachTheViewAndTheCaption) {
+    EXPECT_EQ(frame->windowTitle(), "Tamrick");
+    NewPicture(300, 200);
+    ASSERT_TRUE(Router().Execute(cmd::kMagnifyIds[1]));
+    EXPECT_EQ(frame->View()->Zoom(), 3);
+    EXPECT_EQ(frame->windowTitle(), "Tamrick (x3)");
+    ASSERT_TRUE(Router().Execute(cmd::kZoomOut));
+    ASSERT_TRUE(Router().Execute(cmd::kZoomOut));
+    ASSERT_TRUE(Router().Execute(cmd::kZoomOut));
+    EXPECT_EQ(frame->windowTitle(), "Tamrick (1/2)");
+    ASSERT_TRUE(Router().Execute(cmd::kActualImage));
+    EXPECT_EQ(frame->View()->Zoom(), 1);
+}
+
+TEST_F(MainFrameTest, PaletteSwitchesToolsAndOpensGroupsOnASecondPress) {
+    ToolPalette* palette = frame->Palette();
+    Router().Execute(cmd::kMagnifyIds[0]);
+    const CBriselView* before = frame->View();
+    QTest::mouseClick(palette->ToolButton(2), Qt::LeftButton);
+    EXPECT_EQ(frame->ToolId(), 33009);
+    EXPECT_NE(frame->View(), before);
+    EXPECT_EQ(frame->View()->Zoom(), 2); // the view state travels with the switch
+    EXPECT_EQ(palette->HighlightedButton(), 2);
+
+    QTest::mouseClick(palette->ToolButton(2), Qt::LeftButton);
+    QMenu* list = palette->OpenGroupList();
+    ASSERT_NE(list, nullptr);
+    EXPECT_EQ(list->actions().size(), 16);
+    list->actions().at(1)->trigger(); // "Eraser"
+    EXPECT_EQ(frame->ToolId(), 33010);
+    EXPECT_EQ(palette->RememberedTool(2), 33010);
+    EXPECT_EQ(palette->ToolButton(2)->toolTip(), "Eraser");
+
+    // A tool command from elsewhere highlights the button of its group.
+    Router().Execute(33029);
+    EXPECT_EQ(palette->HighlightedButton(), 4);
+    EXPECT_EQ(palette->RememberedTool(4), 33029);
+    // The Stamp Tool is in no group: the palette stays as it was.
+    Router().Execute(33027);
+    EXPECT_EQ(frame->ToolId(), 33027);
+    EXPECT_EQ(palette->HighlightedButton(), 4);
+    EXPECT_TRUE(frame->OnToolAttributeRequest(1)); // handled, nothing opens
+    Router().Execute(33009);
+    EXPECT_FALSE(frame->OnToolAttributeRequest(1)); // the pen has no options dialog
+}
+
+TEST_F(MainFrameTest, ToolBarCommandHidesAndShowsThePalette) {
+    EXPECT_TRUE(Router().IsChecked(cmd::kToolBar));
+    Router().Execute(cmd::kToolBar);
+    EXPECT_FALSE(frame->Palette()->isVisible());
+    EXPECT_FALSE(Router().Action(cmd::kToolBar)->isChecked());
+    Router().Execute(cmd::kToolBar);
+    EXPECT_TRUE(frame->Palette()->isVisible());
+    EXPECT_TRUE(Router().Action(cmd::kToolBar)->isChecked());
+}
+
+TEST_F(MainFrameTest, NewKeepsTheDialogOpenOnBadNumbersAndThenCreatesThePicture) {
+    bool sawSizeMessage = false;
+    WithNextDialog([&](QDialog* dialog) {
+        auto* newImage = qobject_cast<NewImageDialog*>(dialog);
+        ASSERT_NE(newImage, nullptr);
+        newImage->WidthEdit()->setText("30001");
+        newImage->accept();
+        sawSizeMessage = presenter->ShownIds() == std::vector<int>{platform::IDS_NEW_SIZE_OUT_OF_RANGE};
+        EXPECT_TRUE(newImage->isVisible());
+        newImage->WidthEdit()->setText("320");
+        newImage->HeightEdit()->setText("16");
+        newImage->ResolutionEdit()->setText("0");
+        newImage->accept();
+        EXPECT_EQ(presenter->ShownIds().back(), platform::IDS_NEW_RESOLUTION_INVALID);
+        newImage->ResolutionEdit()->setText("150");
+        EXPECT_EQ(newImage->SizeText(), "15.00"); // 960 x 16 bytes
+        newImage->accept();
+    });
+    app.Document().SetModifiedFlag(false);
+    ASSERT_TRUE(Router().Execute(cmd::kNew));
+    EXPECT_TRUE(sawSizeMessage);
+    const CDibImage* picture = app.Document().GetPicture();
+    EXPECT_EQ(picture->Width(), 320);
+    EXPECT_EQ(picture->Height(), 16);
+    EXPECT_EQ(picture->DpiX(), 150);
+    EXPECT_EQ(picture->GetPixel(319, 15), 0x00FFFFFFu);
+    EXPECT_EQ(frame->View()->State().imageWidth, 320);
+    EXPECT_EQ(CBriselApp::StoredNewImageValues().width, 320);
+
+    // Cancel changes nothing.
+    WithNextDialog([](QDialog* dialog) { dialog->reject(); });
+    Router().Execute(cmd::kNew);
+    EXPECT_EQ(app.Document().GetPicture()->Width(), 320);
+}
+
+TEST_F(MainFrameTest, ExitAsksAboutTheClipboardOnlyForOurOwnImageData) {
+    QGuiApplication::clipboard()->setImage(QImage(4, 4, QImage::Format_RGB32));
+    Router().Execute(cmd::kExit);
+    EXPECT_TRUE(presenter->Shown().empty()); // the program put nothing there
+    frame->show();
+
+    frame->SetClipboardData(true);
+    presenter->Answer(platform::MessageAnswer::No);
+    Router().Execute(cmd::kExit);
+    ASSERT_EQ(presenter->ShownIds(), std::vector<int>{platform::IDS_CLIPBOARD_KEEP_DATA});
+    EXPECT_EQ(presenter->Shown().front().buttons, platform::MessageButtons::YesNo);
+    const QMimeData* left = QGuiApplication::clipboard()->mimeData();
+    EXPECT_TRUE(left == nullptr || !left->hasImage());
+    EXPECT_FALSE(frame->isVisible());
+}
+
+} // namespace
