@@ -7,6 +7,8 @@
 #include "image/CBriselDoc.h"
 #include "image/CUndoRecord.h"
 #include "ops/OpsScript.h"
+#include "paint/EngineOperations.h"
+#include "platform/MessagePresenter.h"
 #include "platform/StringTable.h"
 
 #include <cstdio>
@@ -23,12 +25,42 @@ struct ApplyOptions {
     int quality = JpegQuality::kDefault;
     std::optional<LoadLimitSize> limits;
     std::optional<unsigned> seed;
-    OpsScript script;
+    EngineOptions tools;
+    // The operations in their order: a painting, selection or edit word, or
+    // an image operation (a script of one step).
+    struct Step {
+        EngineStep engine;
+        OpsScript image;
+    };
+    std::vector<Step> steps;
+};
+
+// Saving asks whether to put a floating selection down first; the command
+// line answers No, so that the file holds the picture as the application
+// would save it without the floating pixels. Other messages go on to the
+// usual headless presenter.
+class SavePresenter : public platform::MessagePresenter {
+public:
+    SavePresenter() : m_previous(platform::CurrentMessagePresenter()) { platform::SetMessagePresenter(this); }
+    ~SavePresenter() override { platform::SetMessagePresenter(m_previous); }
+    SavePresenter(const SavePresenter&) = delete;
+    SavePresenter& operator=(const SavePresenter&) = delete;
+
+    platform::MessageAnswer Present(const platform::Message& message) override {
+        if (message.stringId == platform::IDS_PUT_FLOATING_BEFORE_SAVE) {
+            return platform::MessageAnswer::No;
+        }
+        return m_previous->Present(message);
+    }
+
+private:
+    platform::MessagePresenter* m_previous;
 };
 
 int Usage() {
     std::fputs("Usage: tamrick-cli apply IN OUT [--foreground RRGGBB] [--background RRGGBB] [--quality N]\n"
-               "                          [--max-size W,H] [--seed N] OP [OP ...]\n",
+               "                          [--max-size W,H] [--seed N] [--pen SIZE,SHAPE] [--tolerance N]\n"
+               "                          [--continuous 0|1] [--gradient SHAPE,MODE] OP [OP ...]\n",
                stderr);
     return kExitUsage;
 }
@@ -64,7 +96,39 @@ bool ReadOption(const std::string& option, const std::string& value, ApplyOption
         options.seed = static_cast<unsigned>(*seed);
         return true;
     }
-    return Complain("unknown option " + option);
+    std::string error;
+    if (ParseEngineOption(option.substr(2), value, options.tools, error)) {
+        return true;
+    }
+    return Complain(error.empty() ? "unknown option " + option : error);
+}
+
+bool AddOperation(const std::string& word, ApplyOptions& options) {
+    ApplyOptions::Step step;
+    std::string error;
+    if (IsEngineOperation(word)) {
+        if (!ParseEngineStep(word, step.engine, error)) {
+            return Complain(error);
+        }
+    } else if (!step.image.Add(word)) {
+        return Complain(step.image.Error());
+    }
+    options.steps.push_back(std::move(step));
+    return true;
+}
+
+// Runs the operations in order; the index of the first that fails, or -1.
+int RunOperations(const ApplyOptions& options, CommandContext& ctx) {
+    for (std::size_t i = 0; i < options.steps.size(); ++i) {
+        const ApplyOptions::Step& step = options.steps[i];
+        const bool done = step.engine.operation != nullptr
+                              ? RunEngineStep(ctx, options.tools, step.engine) == 1
+                              : step.image.Run(ctx) < 0;
+        if (!done) {
+            return static_cast<int>(i);
+        }
+    }
+    return -1;
 }
 
 // Reads the whole command line before anything is loaded, so that a bad
@@ -88,8 +152,8 @@ bool ParseArguments(const std::vector<std::string>& args, ApplyOptions& options)
     options.input = words[0];
     options.output = words[1];
     for (std::size_t i = 2; i < words.size(); ++i) {
-        if (!options.script.Add(words[i])) {
-            return Complain(options.script.Error());
+        if (!AddOperation(words[i], options)) {
+            return false;
         }
     }
     return true;
@@ -115,13 +179,14 @@ int RunApplyCommand(const std::vector<std::string>& args) {
         return kExitFailure;
     }
     CommandContext ctx{doc, undo, options.foreground, options.background};
-    const int failed = options.script.Run(ctx);
+    const int failed = RunOperations(options, ctx);
     if (failed >= 0) {
         std::fprintf(stderr,
                      "tamrick-cli apply: operation %d could not be carried out; nothing was written\n",
                      failed + 1);
         return kExitFailure;
     }
+    SavePresenter answersNo;
     if (!files.OnSaveDocument(options.output)) {
         std::fprintf(stderr, "tamrick-cli apply: cannot write %s\n", options.output.c_str());
         return kExitFailure;

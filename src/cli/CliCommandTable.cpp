@@ -11,8 +11,12 @@ const std::vector<CliCommand> kCommands = {
     {"convert", "IN OUT [--quality N] [--max-size W,H]",
      "load IN by its contents and save OUT in the format its extension names", RunConvertCommand},
     {"apply",
-     "IN OUT [--foreground RRGGBB] [--background RRGGBB] [--quality N] [--max-size W,H] [--seed N] OP...",
-     "open IN, run the image operations OP in order as the menus do, save OUT", RunApplyCommand},
+     "IN OUT [--foreground RRGGBB] [--background RRGGBB] [--quality N] [--max-size W,H] [--seed N] [--pen "
+     "SIZE,SHAPE] "
+     "[--tolerance N] [--continuous 0|1] [--gradient SHAPE,MODE] OP...",
+     "open IN, run the image, painting, selection and edit operations OP in order as the menus and tools do, "
+     "save OUT",
+     RunApplyCommand},
 };
 } // namespace
 
