@@ -7,10 +7,13 @@
 #include "app/MenuBuilder.h"
 #include "app/ToolIcons.h"
 #include "app/ToolPalette.h"
+#include "dialogs/CommandDialogs.h"
 #include "formats/JpegQuality.h"
 #include "image/CBriselDoc.h"
+#include "ops/OpsCommandTable.h"
 #include "platform/Settings.h"
 #include "platform/StringTable.h"
+#include "platform/WaitCursor.h"
 #include "view/CBriselView.h"
 #include "view/CViewWindow.h"
 #include "view/ToolSwitch.h"
@@ -222,6 +225,22 @@ void CMainFrame::OnUndo() {
 }
 void CMainFrame::OnRedo() {
     m_undo.Redo(m_doc);
+}
+
+void CMainFrame::OnImageCommand(int id) {
+    const OpsCommand* command = FindOpsCommand(id);
+    if (command == nullptr) {
+        return;
+    }
+    CommandContext context = EditingContext();
+    if (command->dialog != 0) {
+        if (const commanddialogs::Runner run = commanddialogs::Find(command->dialog)) {
+            run(this, context, *command);
+        }
+        return;
+    }
+    platform::WaitCursor wait;
+    RunOpsCommand(context, *command);
 }
 
 void CMainFrame::SetJpegQuality(int quality) {

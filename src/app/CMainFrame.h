@@ -50,6 +50,8 @@ public:
     bool ToolBarVisible() const;
     void OnUndo();
     void OnRedo();
+    // An Image or Filter menu command: its dialog first when it has one.
+    void OnImageCommand(int id);
 
     // Shared state.
     ColorWord Foreground() const { return m_colors[0]; }

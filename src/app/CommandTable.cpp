@@ -3,8 +3,10 @@
 #include "app/CBriselApp.h"
 #include "app/CMainFrame.h"
 #include "app/CommandIds.h"
+#include "dialogs/CommandDialogs.h"
 #include "formats/CDocumentFiles.h"
 #include "image/CBriselDoc.h"
+#include "ops/OpsCommandTable.h"
 #include "view/CBriselView.h"
 #include "view/ToolTable.h"
 #include "view/ZoomRules.h"
@@ -12,6 +14,8 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMimeData>
+#include <algorithm>
+#include <deque>
 #include <string>
 
 namespace {
@@ -58,8 +62,39 @@ template <int Index> bool HasRecent(const T& t) {
     return t.app->HasRecentFile(Index);
 }
 
-// Edit, Image and Filter entries are listed so that the menus are complete;
-// each gets its handler when the operation behind it is available.
+bool CanRunImageCommand(const T& t) {
+    const OpsCommand* op = FindOpsCommand(t.id);
+    return HasDocument(t) && op != nullptr &&
+           (op->dialog == 0 || commanddialogs::Find(op->dialog) != nullptr);
+}
+
+bool StartsGroup(int id) {
+    constexpr int kFirstOfGroup[] = {32800, 32783, 32795, 32809};
+    return std::find(std::begin(kFirstOfGroup), std::end(kFirstOfGroup), id) != std::end(kFirstOfGroup);
+}
+
+// The Image and Filter menus are the image-operation table ("Image/Color
+// Level" names a submenu).
+void AppendImageCommands(std::vector<CommandEntry>& table) {
+    static std::deque<std::string> names; // stable storage for the menu names
+    for (const OpsCommand& op : OpsCommands()) {
+        const std::string path(op.menu);
+        const std::size_t slash = path.find('/');
+        names.push_back(path.substr(0, slash));
+        const char* menu = names.back().c_str();
+        const char* submenu = nullptr;
+        if (slash != std::string::npos) {
+            names.push_back(path.substr(slash + 1));
+            submenu = names.back().c_str();
+        }
+        table.push_back({op.id, menu, submenu, op.label, nullptr, F,
+                         [](T& t) { t.frame.OnImageCommand(t.id); }, CanRunImageCommand, nullptr,
+                         StartsGroup(op.id)});
+    }
+}
+
+// Edit entries are listed so that the menu is complete; each gets its
+// handler when the operation behind it is available.
 std::vector<CommandEntry> BuildTable() {
     std::vector<CommandEntry> table = {
         // File
@@ -162,47 +197,8 @@ std::vector<CommandEntry> BuildTable() {
          [](T& t) { t.frame.OnSystemInformation(); }, nullptr, nullptr, false},
         {cmd::kToolBar, "View", nullptr, "Tool Bar", nullptr, F, [](T& t) { t.frame.OnToolBar(); }, nullptr,
          [](const T& t) { return t.frame.ToolBarVisible(); }, true},
-        // Image
-        {32818, "Image", nullptr, "&Brightness/Contrast...", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32819, "Image", nullptr, "&Hue/Saturation...", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32820, "Image", nullptr, "&Gamma...", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32800, "Image", nullptr, "Flip Horizontal", nullptr, F, nullptr, nullptr, nullptr, true},
-        {32801, "Image", nullptr, "Flip Vertical", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32799, "Image", nullptr, "Rotate Right", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32798, "Image", nullptr, "Rotate Left", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32829, "Image", nullptr, "Rotate...", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32797, "Image", nullptr, "Rescale...", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32783, "Image", nullptr, "Invert", nullptr, F, nullptr, nullptr, nullptr, true},
-        {32802, "Image", nullptr, "Gray", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32864, "Image", "Color Level", "Red", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32865, "Image", "Color Level", "Green", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32866, "Image", "Color Level", "Blue", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32867, "Image", "Color Level", "Cyan", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32868, "Image", "Color Level", "Magenta", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32869, "Image", "Color Level", "Yellow", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32815, "Image", "Color Level", "Forecolor", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32816, "Image", "Color Level", "Backcolor", nullptr, F, nullptr, nullptr, nullptr, false},
-        // Filter
-        {32794, "Filter", "Blur", "Small", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32793, "Filter", "Blur", "More", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32792, "Filter", "Blur", "Large", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32789, "Filter", "Sharpen", "Small", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32791, "Filter", "Sharpen", "More", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32790, "Filter", "Sharpen", "Large", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32795, "Filter", nullptr, "Average...", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32780, "Filter", nullptr, "Despeckle", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32796, "Filter", nullptr, "Diffuse", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32778, "Filter", nullptr, "Emboss...", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32781, "Filter", nullptr, "Find Edge...", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32779, "Filter", nullptr, "Mosaic...", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32782, "Filter", nullptr, "Trace Contour...", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32809, "Filter", "Cool Color", "Green", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32810, "Filter", "Cool Color", "Blue", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32811, "Filter", "Cool Color", "Cyan", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32812, "Filter", "Warm Color", "Red", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32813, "Filter", "Warm Color", "Magenta", nullptr, F, nullptr, nullptr, nullptr, false},
-        {32814, "Filter", "Warm Color", "Yellow", nullptr, F, nullptr, nullptr, nullptr, false},
     };
+    AppendImageCommands(table);
     // The tool commands come from the tool table.
     for (const tools::ToolInfo& tool : tools::Table()) {
         table.push_back({tool.id, nullptr, nullptr, "", nullptr, F, [](T& t) { t.frame.OnToolCommand(t.id); },

@@ -1,0 +1,58 @@
+#include "app/CBriselApp.h"
+#include "app/CMainFrame.h"
+#include "app/CommandIds.h"
+#include "app/CommandRouter.h"
+#include "support/ScriptedPresenter.h"
+#include "view/CBriselView.h"
+
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace {
+
+class ImageCommandsTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(app.InitInstance());
+        frame = app.MainFrame();
+        frame->resize(400, 300);
+        frame->show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(frame));
+        presenter = std::make_unique<ScriptedPresenter>();
+        ASSERT_TRUE(app.CreateNewImage({30, 20, 72, 0}));
+    }
+
+    CBriselApp app;
+    CMainFrame* frame = nullptr;
+    std::unique_ptr<ScriptedPresenter> presenter;
+};
+
+TEST_F(ImageCommandsTest, FilterCommandsRunThroughTheMenuAndUndo) {
+    CommandRouter& router = frame->Router();
+    ASSERT_TRUE(router.IsEnabled(32783)); // Image > Invert
+    ASSERT_TRUE(router.Execute(32783));
+    EXPECT_EQ(app.Document().GetPicture()->GetPixel(3, 3), 0u);
+    EXPECT_TRUE(app.Document().IsModified());
+    ASSERT_TRUE(router.Execute(cmd::kUndo));
+    EXPECT_EQ(app.Document().GetPicture()->GetPixel(3, 3), 0x00FFFFFFu);
+    EXPECT_TRUE(presenter->Shown().empty());
+}
+
+TEST_F(ImageCommandsTest, AQuarterTurnResizesTheViewAndKeepsItsZoom) {
+    CommandRouter& router = frame->Router();
+    router.Execute(cmd::kMagnifyIds[0]);
+    ASSERT_TRUE(router.Execute(32799)); // Rotate Right
+    EXPECT_EQ(app.Document().GetPicture()->Width(), 20);
+    EXPECT_EQ(frame->View()->State().imageWidth, 20);
+    EXPECT_EQ(frame->View()->State().imageHeight, 30);
+    EXPECT_EQ(frame->View()->Zoom(), 2);
+}
+
+TEST_F(ImageCommandsTest, CommandsWhoseDialogIsMissingStayDisabled) {
+    // Emboss asks for its values first; the menus offer it only with its dialog.
+    EXPECT_FALSE(frame->Router().IsEnabled(32778));
+    EXPECT_FALSE(frame->Router().Execute(32778));
+    EXPECT_TRUE(frame->Router().IsEnabled(32794)); // Blur > Small needs no dialog
+}
+
+} // namespace
