@@ -10,6 +10,7 @@
 #include "dialogs/CommandDialogs.h"
 #include "formats/JpegQuality.h"
 #include "image/CBriselDoc.h"
+#include "ops/EditCommandTable.h"
 #include "ops/OpsCommandTable.h"
 #include "platform/Settings.h"
 #include "platform/StringTable.h"
@@ -241,6 +242,29 @@ void CMainFrame::OnImageCommand(int id) {
     }
     platform::WaitCursor wait;
     RunOpsCommand(context, *command);
+}
+
+void CMainFrame::OnEditCommand(int id) {
+    const EditCommand* command = FindEditCommand(id);
+    if (command == nullptr) {
+        return;
+    }
+    CBriselView* view = View();
+    view->StopOutlineTimer();
+    view->InvalidateSelection();
+    CommandContext context = EditingContext();
+    EditResult result;
+    {
+        platform::WaitCursor wait;
+        command->run(context, result);
+    }
+    if (result.imageSizeChanged) {
+        view->OnUpdate(CBriselDoc::kHintImageSize);
+    }
+    m_viewWindow->InvalidateAll();
+    if (result.outline) {
+        view->StartOutlineTimer();
+    }
 }
 
 void CMainFrame::SetJpegQuality(int quality) {

@@ -52,6 +52,9 @@ public:
     void OnRedo();
     // An Image or Filter menu command: its dialog first when it has one.
     void OnImageCommand(int id);
+    // An Edit menu command of the edit-command table, with the view following
+    // up: repaint, new picture size, selection outline on or off.
+    void OnEditCommand(int id);
 
     // Shared state.
     ColorWord Foreground() const { return m_colors[0]; }

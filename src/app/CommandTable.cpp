@@ -6,6 +6,7 @@
 #include "dialogs/CommandDialogs.h"
 #include "formats/CDocumentFiles.h"
 #include "image/CBriselDoc.h"
+#include "ops/EditCommandTable.h"
 #include "ops/OpsCommandTable.h"
 #include "view/CBriselView.h"
 #include "view/ToolTable.h"
@@ -62,6 +63,8 @@ template <int Index> bool HasRecent(const T& t) {
     return t.app->HasRecentFile(Index);
 }
 
+constexpr int kFillDialog = 6014;
+
 bool CanRunImageCommand(const T& t) {
     const OpsCommand* op = FindOpsCommand(t.id);
     return HasDocument(t) && op != nullptr &&
@@ -93,8 +96,21 @@ void AppendImageCommands(std::vector<CommandEntry>& table) {
     }
 }
 
-// Edit entries are listed so that the menu is complete; each gets its
-// handler when the operation behind it is available.
+// The Edit commands of the edit-command table run through the frame, which
+// follows up on the view; "&Fill..." waits for its dialog.
+void ConnectEditCommands(std::vector<CommandEntry>& table) {
+    for (CommandEntry& entry : table) {
+        const EditCommand* edit = FindEditCommand(entry.id);
+        if (edit == nullptr || (entry.id == cmd::kFill && commanddialogs::Find(kFillDialog) == nullptr)) {
+            continue;
+        }
+        entry.run = [](T& t) { t.frame.OnEditCommand(t.id); };
+        entry.enabled = [](const T& t) { return IsEditCommandEnabled(*FindEditCommand(t.id), t.doc); };
+    }
+}
+
+// Edit entries without a handler stay disabled until the operation behind
+// them is available.
 std::vector<CommandEntry> BuildTable() {
     std::vector<CommandEntry> table = {
         // File
@@ -198,6 +214,7 @@ std::vector<CommandEntry> BuildTable() {
         {cmd::kToolBar, "View", nullptr, "Tool Bar", nullptr, F, [](T& t) { t.frame.OnToolBar(); }, nullptr,
          [](const T& t) { return t.frame.ToolBarVisible(); }, true},
     };
+    ConnectEditCommands(table);
     AppendImageCommands(table);
     // The tool commands come from the tool table.
     for (const tools::ToolInfo& tool : tools::Table()) {

@@ -56,3 +56,24 @@ TEST_F(ImageCommandsTest, CommandsWhoseDialogIsMissingStayDisabled) {
 }
 
 } // namespace
+
+namespace {
+
+TEST_F(ImageCommandsTest, SelectionCommandsFollowTheSelection) {
+    CommandRouter& router = frame->Router();
+    EXPECT_FALSE(router.IsEnabled(cmd::kCrop));
+    EXPECT_FALSE(router.IsEnabled(cmd::kFill)); // waits for its dialog
+    ASSERT_TRUE(router.Execute(cmd::kSelectAll));
+    EXPECT_NE(app.Document().GetFloatMask(), nullptr);
+    EXPECT_TRUE(frame->View()->State().outlineTimerOn);
+    EXPECT_TRUE(router.IsEnabled(cmd::kCrop));
+    EXPECT_TRUE(router.IsEnabled(cmd::kDiscardFloating));
+    ASSERT_TRUE(router.Execute(cmd::kClear)); // the background colour: white
+    ASSERT_TRUE(router.Execute(cmd::kSelectNone));
+    EXPECT_EQ(app.Document().GetFloatMask(), nullptr);
+    EXPECT_FALSE(frame->View()->State().outlineTimerOn);
+    EXPECT_FALSE(router.IsEnabled(cmd::kPutFloating));
+    EXPECT_TRUE(router.IsEnabled(cmd::kUndo));
+}
+
+} // namespace
