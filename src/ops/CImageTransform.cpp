@@ -125,8 +125,14 @@ template <class SourcePosition> int CImageTransform::QuarterTurn(const SourcePos
     const std::uint8_t* src = m_source->Bits();
     const auto srcRowBytes = static_cast<std::ptrdiff_t>(m_source->RowBytes());
     const int srcHeight = m_source->Height();
-    const auto [x0, y0] = position(0, 0);
-    const auto [x1, y1] = position(m_height > 1 ? 1 : 0, m_width > 1 ? 1 : 0);
+    // Plain variables rather than structured bindings: the lambda below
+    // captures them, which not every compiler we build with accepts.
+    const std::pair<int, int> origin = position(0, 0);
+    const std::pair<int, int> next = position(m_height > 1 ? 1 : 0, m_width > 1 ? 1 : 0);
+    const int x0 = origin.first;
+    const int y0 = origin.second;
+    const int x1 = next.first;
+    const int y1 = next.second;
     const int columnStep = m_height > 1 ? x1 - x0 : 0;
     // Stored rows run bottom-up, so a step down the picture is a step back.
     const std::ptrdiff_t storedStep = (m_width > 1 ? -(y1 - y0) : 0) * srcRowBytes;
