@@ -1,5 +1,7 @@
 #include "view/CDisplayRenderer.h"
 
+#include "ops/CColorAdjuster.h"
+
 #include "image/CBriselDoc.h"
 #include "image/CDibImage.h"
 #include "image/FloatingBlend.h"
@@ -26,23 +28,6 @@ std::uint8_t QuantiseWith(std::uint8_t c, std::uint8_t threshold, unsigned highM
         return static_cast<std::uint8_t>(high);
     }
     return high == highMask ? 255 : static_cast<std::uint8_t>(high + step);
-}
-
-// The display gamma table: g = 10 is the identity, larger values brighten.
-void BuildGammaTable(std::uint8_t* table, int gamma) {
-    if (gamma == 10) {
-        for (int i = 0; i < 256; ++i) {
-            table[i] = static_cast<std::uint8_t>(i);
-        }
-        return;
-    }
-    const float exponent = 10.0f / static_cast<float>(gamma);
-    float x = 0.0f;
-    for (int i = 0; i < 256; ++i) {
-        const double value = std::pow(static_cast<double>(x), static_cast<double>(exponent)) * 255.0 + 0.5;
-        table[i] = static_cast<std::uint8_t>(std::min(static_cast<unsigned>(value), 255u));
-        x += 0.003921569f;
-    }
 }
 
 int ValidGamma(int gamma) {
@@ -77,9 +62,9 @@ void CDisplayRenderer::SetGamma(int red, int green, int blue) {
 }
 
 void CDisplayRenderer::BuildLookupTables() {
-    BuildGammaTable(m_lutRed, m_gammaRed);
-    BuildGammaTable(m_lutGreen, m_gammaGreen);
-    BuildGammaTable(m_lutBlue, m_gammaBlue);
+    CColorAdjuster::GammaTable(m_gammaRed, m_lutRed);
+    CColorAdjuster::GammaTable(m_gammaGreen, m_lutGreen);
+    CColorAdjuster::GammaTable(m_gammaBlue, m_lutBlue);
 }
 
 void CDisplayRenderer::SetZoom(int code) {

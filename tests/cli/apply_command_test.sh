@@ -1,49 +1,13 @@
 #!/usr/bin/env bash
 # tamrick-cli apply, end to end: every operation runs, results land in the
 # file, undo and redo steps count, and bad command lines write nothing.
-set -uo pipefail
-CLI="$1"
-WORK="$(mktemp -d)"
-trap 'rm -rf "$WORK"' EXIT
-cd "$WORK"
-failures=0
-fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
-expect_rc() { # expected-code description command...
-    local want="$1" what="$2"
-    shift 2
-    "$@" >out.txt 2>err.txt
-    local rc=$?
-    [ "$rc" -eq "$want" ] || fail "$what: exit $rc, wanted $want ($(cat err.txt))"
-}
+source "$(dirname "${BASH_SOURCE[0]}")/cli_test_lib.sh" "$1"
 
 # A 24-bit BMP of 20 x 10 with a colour per pixel.
-python3 - <<'PY'
-import struct
-w, h = 20, 10
-rows = bytearray()
-for y in range(h):
-    row = bytearray()
-    for x in range(w):
-        row += bytes([x * 12, y * 25, 200])
-    row += bytes((-len(row)) % 4)
-    rows += row
-header = struct.pack('<2sIHHI', b'BM', 54 + len(rows), 0, 0, 54)
-info = struct.pack('<IiiHHIIiiII', 40, w, h, 1, 24, 0, len(rows), 2834, 2834, 0, 0)
-open('in.bmp', 'wb').write(header + info + rows)
-PY
+write_bmp in.bmp 20 10 '(x * 12, y * 25, 200)'
 
 # Width, height and the blue, green, red bytes of the top-left pixel.
-describe() {
-    python3 - "$1" <<'PY'
-import struct, sys
-data = open(sys.argv[1], 'rb').read()
-w, h = struct.unpack('<ii', data[18:26])
-offset = struct.unpack('<I', data[10:14])[0]
-row = (w * 3 + 3) // 4 * 4
-top = offset + (h - 1) * row
-print(w, h, data[top], data[top + 1], data[top + 2])
-PY
-}
+describe() { pixel "$1" 0 0; }
 
 ops=(invert gray blur-small blur-more blur-large sharpen-small sharpen-more sharpen-large diffuse despeckle
      average emboss=3,4 mosaic=5 find-edge=0,0,20 trace-contour=1,1,0,0 cool-green cool-blue cool-cyan warm-red

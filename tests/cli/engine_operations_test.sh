@@ -2,50 +2,10 @@
 # tamrick-cli apply with the painting, selection and edit operations: results
 # land in the file, a floating selection is saved as the application saves
 # it, and bad words or options write nothing.
-set -uo pipefail
-CLI="$1"
-WORK="$(mktemp -d)"
-trap 'rm -rf "$WORK"' EXIT
-cd "$WORK"
-failures=0
-fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
-expect_rc() { # expected-code description command...
-    local want="$1" what="$2"
-    shift 2
-    "$@" >out.txt 2>err.txt
-    local rc=$?
-    [ "$rc" -eq "$want" ] || fail "$what: exit $rc, wanted $want ($(cat err.txt))"
-}
+source "$(dirname "${BASH_SOURCE[0]}")/cli_test_lib.sh" "$1"
 
 # A white 24-bit BMP of 20 x 10 with a black column at x = 10.
-python3 - <<'PY'
-import struct
-w, h = 20, 10
-rows = bytearray()
-for y in range(h):
-    row = bytearray()
-    for x in range(w):
-        row += bytes([0, 0, 0]) if x == 10 else bytes([255, 255, 255])
-    row += bytes((-len(row)) % 4)
-    rows += row
-header = struct.pack('<2sIHHI', b'BM', 54 + len(rows), 0, 0, 54)
-info = struct.pack('<IiiHHIIiiII', 40, w, h, 1, 24, 0, len(rows), 2834, 2834, 0, 0)
-open('in.bmp', 'wb').write(header + info + rows)
-PY
-
-# Width, height and the blue, green, red bytes of pixel (X, Y).
-pixel() {
-    python3 - "$1" "$2" "$3" <<'PY'
-import struct, sys
-data = open(sys.argv[1], 'rb').read()
-x, y = int(sys.argv[2]), int(sys.argv[3])
-w, h = struct.unpack('<ii', data[18:26])
-offset = struct.unpack('<I', data[10:14])[0]
-row = (w * 3 + 3) // 4 * 4
-at = offset + (h - 1 - y) * row + 3 * x
-print(w, h, data[at], data[at + 1], data[at + 2])
-PY
-}
+write_bmp in.bmp 20 10 '(0, 0, 0) if x == 10 else (255, 255, 255)'
 
 expect_rc 0 "fill" "$CLI" apply in.bmp fill.bmp --foreground 00FF00 --tolerance 0 fill=0,0
 [ "$(pixel fill.bmp 9 9)" = "20 10 0 255 0" ] || fail "fill left of the wall: $(pixel fill.bmp 9 9)"

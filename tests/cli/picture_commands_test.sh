@@ -1,37 +1,10 @@
 #!/usr/bin/env bash
 # tamrick-cli info and convert, end to end: outputs, exit codes, messages, and
 # that a failed run never leaves a partial or temporary output file.
-set -uo pipefail
-CLI="$1"
-WORK="$(mktemp -d)"
-trap 'rm -rf "$WORK"' EXIT
-cd "$WORK"
-failures=0
-fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
-expect_rc() { # expected-code description command...
-    local want="$1" what="$2"
-    shift 2
-    "$@" >out.txt 2>err.txt
-    local rc=$?
-    [ "$rc" -eq "$want" ] || fail "$what: exit $rc, wanted $want ($(cat err.txt))"
-}
+source "$(dirname "${BASH_SOURCE[0]}")/cli_test_lib.sh" "$1"
 
 # A 24-bit BMP of 40 x 30, built byte by byte.
-python3 - <<'PY'
-import struct
-w, h = 40, 30
-row = bytearray()
-rows = bytearray()
-for y in range(h):
-    row = bytearray()
-    for x in range(w):
-        row += bytes([x * 6, y * 8, 100])
-    row += bytes((-len(row)) % 4)
-    rows += row
-header = struct.pack('<2sIHHI', b'BM', 54 + len(rows), 0, 0, 54)
-info = struct.pack('<IiiHHIIiiII', 40, w, h, 1, 24, 0, len(rows), 2834, 2834, 0, 0)
-open('in.bmp', 'wb').write(header + info + rows)
-PY
+write_bmp in.bmp 40 30 '(x * 6, y * 8, 100)'
 
 expect_rc 0 "info bmp" "$CLI" info in.bmp
 grep -qx 'type: bmp' out.txt || fail "info type"
