@@ -210,13 +210,13 @@ void CDibImage::Clear(ColorWord background) {
 
 void CDibImage::GetRow(int y, std::uint8_t* dst) const {
     const std::uint8_t* row = RowAddress(y);
-    if (y + 1 < m_height) {
+    if (y + 2 < m_height) {
         // Passes run top to bottom, which walks the bottom-up storage
-        // backwards; the hardware follows that poorly, so ask for the next
-        // row ahead of time.
-        const std::uint8_t* next = row - m_rowBytes;
+        // backwards; the hardware follows that poorly, so ask for the row
+        // after next ahead of time.
+        const std::uint8_t* ahead = row - 2 * static_cast<std::ptrdiff_t>(m_rowBytes);
         for (std::uint32_t offset = 0; offset < m_rowBytes; offset += 64) {
-            __builtin_prefetch(next + offset, 0, 0);
+            __builtin_prefetch(ahead + offset, 0, 0);
         }
     }
     std::memcpy(dst, row, m_rowBytes);
