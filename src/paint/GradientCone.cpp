@@ -10,6 +10,7 @@
 
 #include "image/CDibImage.h"
 #include "platform/HeapBlock.h"
+#include "platform/ParallelRows.h"
 
 #include <algorithm>
 #include <cmath>
@@ -53,14 +54,16 @@ public:
 
     bool IsValid() const { return static_cast<bool>(m_block); }
 
-    // The ramp indices of one row at vertical offset dy from the centre
-    // column cx.
-    void Row(double dy, double cx, int width, std::int32_t* out) const {
+    // The runs of equal ramp index of one row at vertical offset dy from the
+    // centre column cx, left to right: emit(first, last, index).
+    template <typename Emit> void Runs(double dy, double cx, int width, Emit emit) const {
         if (dy == 0.0) {
-            const int left = IndexOfAngle(Wrap(kPi - m_reference));
-            const int right = IndexOfAngle(Wrap(-m_reference));
-            for (int x = 0; x < width; ++x) {
-                out[x] = x < cx ? left : right;
+            const int split = std::clamp(static_cast<int>(std::ceil(cx)), 0, width);
+            if (split > 0) {
+                emit(0, split - 1, IndexOfAngle(Wrap(kPi - m_reference)));
+            }
+            if (split < width) {
+                emit(split, width - 1, IndexOfAngle(Wrap(-m_reference)));
             }
             return;
         }
@@ -71,7 +74,7 @@ public:
         while (x < width) {
             const int last = LastColumn(Column(cotangents[m], dy, cx), below, width);
             if (last >= x) {
-                std::fill(out + x, out + last + 1, m);
+                emit(x, last, m);
                 x = last + 1;
             }
             m = below ? (m == 0 ? kLast : m - 1) : (m == kLast ? 0 : m + 1);
@@ -122,15 +125,16 @@ int GradientRamp::RenderCone(CDibImage& image, const Drag& drag) const {
         return 0;
     }
     const ConeTransitions transitions(std::atan2(drag.ey - drag.sy, drag.ex - drag.sx));
-    platform::HeapBlock indices =
-        platform::HeapBlock::Allocate(static_cast<std::size_t>(image.Width()) * sizeof(std::int32_t));
-    if (!transitions.IsValid() || !indices) {
+    if (!transitions.IsValid()) {
         return 0;
     }
-    auto* out = reinterpret_cast<std::int32_t*>(indices.data());
-    for (int y = 0; y < image.Height(); ++y) {
-        transitions.Row(y - drag.sy, drag.sx, image.Width(), out);
-        WriteRow(image.RowData(y), out, 0, image.Width() - 1);
-    }
+    const int width = image.Width();
+    platform::ForEachRowBand(image.Height(), [&](int begin, int end) {
+        for (int y = begin; y < end; ++y) {
+            std::uint8_t* row = image.RowData(y);
+            transitions.Runs(y - drag.sy, drag.sx, width,
+                             [&](int first, int last, int index) { FillRun(row, index, first, last); });
+        }
+    });
     return 1;
 }

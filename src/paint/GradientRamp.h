@@ -3,6 +3,7 @@
 #include "image/DibTypes.h"
 
 #include <cstdint>
+#include <functional>
 
 class CDibImage;
 
@@ -46,6 +47,11 @@ private:
     int RenderRadial(CDibImage& image, const Drag& drag) const;
     int RenderRectangle(CDibImage& image, const Drag& drag) const;
     int RenderCone(CDibImage& image, const Drag& drag) const;
+    // Rows first..end-1 in bands over the cores: `indicesOf(y, out)` reduces
+    // row y to ramp indices, which are then written as pixels. 0 when a
+    // buffer is missing.
+    int RenderRows(CDibImage& image, int first, int end,
+                   const std::function<void(int y, std::int32_t* out)>& indicesOf) const;
     void PackPixels();
 
 public:
@@ -54,6 +60,8 @@ public:
 
 private:
     void FillRow(std::uint8_t* row, int index, int first, int last) const;
+    // FillRow for the short runs of the cone: pixel by pixel, no setup.
+    void FillRun(std::uint8_t* row, int index, int first, int last) const;
 
     // Red, green, blue per entry.
     std::uint8_t m_table[kEntries][3] = {};

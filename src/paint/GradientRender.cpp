@@ -5,9 +5,11 @@
 
 #include "image/CDibImage.h"
 #include "platform/HeapBlock.h"
+#include "platform/ParallelRows.h"
 #include "platform/WaitCursor.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
@@ -120,6 +122,18 @@ void GradientRamp::WriteRow(std::uint8_t* row, const std::int32_t* indices, int 
     }
 }
 
+void GradientRamp::FillRun(std::uint8_t* row, int index, int first, int last) const {
+    if (last - first >= 32) {
+        FillRow(row, index, first, last);
+        return;
+    }
+    std::uint8_t* p = row + 3 * first;
+    for (int x = first; x < last; ++x, p += 3) {
+        std::memcpy(p, &m_pixels[index], 4);
+    }
+    std::memcpy(p, &m_pixels[index], 3);
+}
+
 void GradientRamp::FillRow(std::uint8_t* row, int index, int first, int last) const {
     if (first > last) {
         return;
@@ -164,18 +178,30 @@ int GradientRamp::RenderVertical(CDibImage& image, const Drag& drag) const {
 // columns beyond the start's line take the start colour, beyond the end's line
 // the end colour.
 int GradientRamp::RenderLinear(CDibImage& image, const Drag& drag) const {
-    RowBuffer indices(image.Width());
-    if (!indices) {
-        return 0;
-    }
     const double dx = drag.ex - drag.sx;
     const double dy = drag.ey - drag.sy;
     const double scale = kLast / (dx * dx + dy * dy);
-    for (int y = 0; y < image.Height(); ++y) {
-        LinearRow((-drag.sx * dx + (y - drag.sy) * dy) * scale, dx * scale, image.Width(), indices.data());
-        WriteRow(image.RowData(y), indices.data(), 0, image.Width() - 1);
-    }
-    return 1;
+    const int width = image.Width();
+    return RenderRows(image, 0, image.Height(), [&](int y, std::int32_t* out) {
+        LinearRow((-drag.sx * dx + (y - drag.sy) * dy) * scale, dx * scale, width, out);
+    });
+}
+
+int GradientRamp::RenderRows(CDibImage& image, int first, int end,
+                             const std::function<void(int y, std::int32_t* out)>& indicesOf) const {
+    std::atomic<bool> complete{true};
+    platform::ForEachRowBand(end - first, [&](int bandBegin, int bandEnd) {
+        RowBuffer indices(image.Width());
+        if (!indices) {
+            complete = false;
+            return;
+        }
+        for (int y = first + bandBegin; y < first + bandEnd; ++y) {
+            indicesOf(y, indices.data());
+            WriteRow(image.RowData(y), indices.data(), 0, image.Width() - 1);
+        }
+    });
+    return complete ? 1 : 0;
 }
 
 // Centre S, radius r = round(|E - S|): rows farther than r from S keep the end
@@ -185,29 +211,40 @@ int GradientRamp::RenderRadial(CDibImage& image, const Drag& drag) const {
     const double dx = drag.ex - drag.sx;
     const double dy = drag.ey - drag.sy;
     const auto r = static_cast<std::int64_t>(std::sqrt(dx * dx + dy * dy) + 0.5);
-    RowBuffer indices(image.Width());
     RowBuffer indexOfDistance(static_cast<int>(r) + 2);
-    if (r == 0 || !indices || !indexOfDistance) {
+    if (r == 0 || !indexOfDistance) {
         return 0;
     }
+    std::int32_t* byDistance = indexOfDistance.data();
     for (std::int64_t d = 0; d <= r + 1; ++d) {
-        indexOfDistance.data()[d] =
+        byDistance[d] =
             static_cast<std::int32_t>(std::min<std::int64_t>((2 * d * kLast + r) / (2 * r), kLast));
     }
-    for (int y = 0; y < image.Height(); ++y) {
-        if (CopyMirroredRow(image, y, 2 * static_cast<std::int64_t>(drag.sy))) {
-            continue;
-        }
+    const int width = image.Width();
+    const auto indicesOf = [&](int y, std::int32_t* out) {
         const std::int64_t rowDistance = drag.sy - y;
         if (std::llabs(rowDistance) > r) {
-            FillRow(image.RowData(y), kLast, 0, image.Width() - 1);
-            continue;
+            std::fill(out, out + width, kLast);
+            return;
         }
         const std::int64_t rowSquared = rowDistance * rowDistance;
         const auto w = static_cast<std::int64_t>(std::sqrt(static_cast<double>(r * r - rowSquared)) + 0.5);
-        RadialRow(rowSquared, drag.sx, w, indexOfDistance.data(), r + 1, image.Width(), indices.data());
-        WriteRow(image.RowData(y), indices.data(), 0, image.Width() - 1);
+        RadialRow(rowSquared, drag.sx, w, byDistance, r + 1, width, out);
+    };
+    // Rows sy+1..2*sy mirror rows above the centre: the others are rendered,
+    // then these are copied from their mirror images.
+    const int height = image.Height();
+    const int mirroredFirst = std::clamp(drag.sy + 1, 0, height);
+    const int mirroredEnd = std::clamp(2 * drag.sy + 1, mirroredFirst, height);
+    if (!RenderRows(image, 0, mirroredFirst, indicesOf) ||
+        !RenderRows(image, mirroredEnd, height, indicesOf)) {
+        return 0;
     }
+    platform::ForEachRowBand(mirroredEnd - mirroredFirst, [&](int begin, int end) {
+        for (int y = mirroredFirst + begin; y < mirroredFirst + end; ++y) {
+            CopyMirroredRow(image, y, 2 * static_cast<std::int64_t>(drag.sy));
+        }
+    });
     return 1;
 }
 
