@@ -156,7 +156,7 @@ void CMainFrame::ShowPictureStatus() {
 void CMainFrame::ReadSettings() {
     m_colors[0] = ReadColor("Foreground", 0, 0, 255);
     m_colors[1] = ReadColor("Background", 255, 255, 255);
-    m_penSize = std::clamp(platform::Settings::ReadInt(kTools, "PenSize", 3), 1, 32);
+    m_penSize = std::clamp(platform::Settings::ReadInt(kTools, "PenSize", 8), 1, 32);
     m_penShape = std::clamp(platform::Settings::ReadInt(kTools, "PenShape", 2), 1, 6);
     m_jpegQuality = JpegQuality::Read();
     m_pressureSimulation = platform::Settings::ReadInt(kTools, "Pressure", 0) != 0;
@@ -297,6 +297,10 @@ void CMainFrame::SetForegroundColor(ColorWord color) {
 void CMainFrame::SetBackgroundColor(ColorWord color) {
     m_colors[1] = color;
     m_palette->SetColors(m_colors[0], m_colors[1]);
+}
+
+int CMainFrame::CurrentColorSlot() const {
+    return m_palette->CurrentColorSlot();
 }
 
 CommandContext CMainFrame::EditingContext() {

@@ -59,8 +59,8 @@ public:
     // Shared state.
     ColorWord Foreground() const { return m_colors[0]; }
     ColorWord Background() const { return m_colors[1]; }
-    int PenSize() const { return m_penSize; }
-    int PenShape() const { return m_penShape; }
+    int PenSize() const override { return m_penSize; }
+    int PenShape() const override { return m_penShape; }
     int JpegQuality() const { return m_jpegQuality; }
     void SetJpegQuality(int quality);
     void SetPressureSimulation(bool on);
@@ -85,6 +85,7 @@ public:
     void SetBackgroundColor(ColorWord color) override;
     bool PenPressureSimulation() const override { return m_pressureSimulation; }
     int CurrentToolId() const override { return m_toolId; }
+    int CurrentColorSlot() const override;
 
 signals:
     void FileDropped(const QString& path);
@@ -114,7 +115,7 @@ private:
     CommandRouter* m_router = nullptr;
     int m_toolId = 33000;
     ColorWord m_colors[2] = {0x00FF0000, 0x00FFFFFF};
-    int m_penSize = 3;
+    int m_penSize = 8;
     int m_penShape = 2;
     int m_jpegQuality = 80;
     bool m_pressureSimulation = false;

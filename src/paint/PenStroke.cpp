@@ -15,9 +15,8 @@ void PrepareOval(BrushEngine& engine, int shape, int size) {
 
 // Segments of width s every 10 pixels along the move, the last one ending
 // exactly at the target; s shrinks after each, and the walk stops at 0.
-int ThinningWalk(BrushEngine& engine, const PressureState& pressure, int ax, int ay, int dx, int dy,
-                 int distance, int s, int shape) {
-    PrepareOval(engine, shape, s);
+int ThinningWalk(const PressureState& pressure, int ax, int ay, int dx, int dy, int distance, int s,
+                 const SegmentPainter& paint) {
     const double ux = static_cast<double>(dx) / distance;
     const double uy = static_cast<double>(dy) / distance;
     int previousX = ax;
@@ -26,14 +25,13 @@ int ThinningWalk(BrushEngine& engine, const PressureState& pressure, int ax, int
         t = std::min(t, distance);
         const int x = ax + static_cast<int>(t * ux + 0.5);
         const int y = ay + static_cast<int>(t * uy + 0.5);
-        engine.Segment(previousX, previousY, x, y, s, shape, kModeSolid);
+        paint(previousX, previousY, x, y, s);
         previousX = x;
         previousY = y;
         s = s > pressure.minimumSize ? s - 1 : pressure.minimumSize;
         if (s == 0 || t == distance) {
             break;
         }
-        PrepareOval(engine, shape, s);
     }
     return s;
 }
@@ -49,10 +47,10 @@ PressureState StartPressure(int penSize, bool simulate) {
     return state;
 }
 
-void PenMove(BrushEngine& engine, PressureState& pressure, int ax, int ay, int qx, int qy, int penSize,
-             int shape) {
+void PressureMove(PressureState& pressure, int ax, int ay, int qx, int qy, int penSize,
+                  const SegmentPainter& paint) {
     if (pressure.simulatedSize < 0) {
-        engine.Segment(ax, ay, qx, qy, penSize, shape, kModeSolid);
+        paint(ax, ay, qx, qy, penSize);
         return;
     }
     const int dx = qx - ax;
@@ -63,15 +61,23 @@ void PenMove(BrushEngine& engine, PressureState& pressure, int ax, int ay, int q
     if (distance < 10) {
         if (distance < 5 && s < penSize) {
             ++s;
-            PrepareOval(engine, shape, s);
         }
         if (s > 0) {
-            engine.Segment(ax, ay, qx, qy, s, shape, kModeSolid);
+            paint(ax, ay, qx, qy, s);
         }
     } else if (s > 0) {
-        s = ThinningWalk(engine, pressure, ax, ay, dx, dy, distance, s, shape);
+        s = ThinningWalk(pressure, ax, ay, dx, dy, distance, s, paint);
     }
     pressure.simulatedSize = s;
+}
+
+void PenMove(BrushEngine& engine, PressureState& pressure, int ax, int ay, int qx, int qy, int penSize,
+             int shape) {
+    PressureMove(pressure, ax, ay, qx, qy, penSize,
+                 [&engine, shape](int x1, int y1, int x2, int y2, int size) {
+                     PrepareOval(engine, shape, size);
+                     engine.Segment(x1, y1, x2, y2, size, shape, kModeSolid);
+                 });
 }
 
 void PenStroke(BrushEngine& engine, const int (*points)[2], int count, int penSize, int shape,

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 class BrushEngine;
 
 // Simulated pen pressure: a fast stroke thins by one pixel for every 10
@@ -12,6 +14,16 @@ struct PressureState {
 
 // The state at pen-down: on only when asked for and the pen is wider than 1.
 PressureState StartPressure(int penSize, bool simulate);
+
+// Paints one segment from (x1, y1) to (x2, y2) with the given pen width.
+using SegmentPainter = std::function<void(int x1, int y1, int x2, int y2, int size)>;
+
+// One pen move from (ax, ay) to (qx, qy) through `paint`: a single segment of
+// the pen size without simulation, else the thinning walk (several segments
+// of shrinking width, or one of regained width for a slow move, or none once
+// the width has reached 0).
+void PressureMove(PressureState& pressure, int ax, int ay, int qx, int qy, int penSize,
+                  const SegmentPainter& paint);
 
 // One pen move from (ax, ay) to (qx, qy) in draw mode 1: a plain segment
 // without simulation, else the thinning walk. Oval pens get their table

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "image/CommandContext.h"
+#include "paint/BrushEngine.h"
 
 #include <string>
 
@@ -19,4 +20,16 @@ public:
     virtual void SetBackgroundColor(ColorWord color) = 0;
     virtual bool PenPressureSimulation() const = 0;
     virtual int CurrentToolId() const = 0;
+
+    // The pen of the tool palette (size 1..32, shape 1..6) and which colour
+    // button is current (0 foreground, 1 background).
+    virtual int PenSize() const { return 8; }
+    virtual int PenShape() const { return kShapeOval; }
+    virtual int CurrentColorSlot() const { return 0; }
+    // The program's one brush engine; every painting tool points it at its
+    // target afresh at pen-down.
+    virtual BrushEngine& Brush() {
+        static BrushEngine engine;
+        return engine;
+    }
 };
