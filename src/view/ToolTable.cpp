@@ -1,6 +1,13 @@
 #include "view/ToolTable.h"
 
+#include "dialogs/HueOptionsDialog.h"
+#include "paint/AToolPaintBlur.h"
+#include "paint/AToolPaintColorPen.h"
+#include "paint/AToolPaintHue.h"
 #include "paint/AToolPaintPen.h"
+#include "paint/AToolPaintSmudge.h"
+#include "paint/AToolPaintSpray.h"
+#include "paint/AToolPaintTablet.h"
 #include "platform/StringTable.h"
 #include "view/CBriselView.h"
 
@@ -15,6 +22,12 @@ template <typename View> std::unique_ptr<CBriselView> Make() {
 template <typename View, int Variant> std::unique_ptr<CBriselView> MakeVariant() {
     return std::make_unique<View>(Variant);
 }
+
+// Lighter, Darker and the artistic pens by their pen kind.
+template <int Kind> std::unique_ptr<CBriselView> Tablet() {
+    return std::make_unique<AToolPaintTablet>(Kind);
+}
+constexpr auto HueOptions = HueOptionsDialog::Open;
 
 constexpr int kPenTool = 33009;
 
@@ -36,20 +49,20 @@ const std::vector<ToolInfo>& Table() {
         {33008, 1, Make<CBriselView>, nullptr},                // Draw Line
         {33009, 2, MakeVariant<AToolPaintPen, 0>, nullptr},    // Pen
         {33010, 2, MakeVariant<AToolPaintPen, 1>, nullptr},    // Eraser
-        {33011, 2, Make<CBriselView>, nullptr},                // Air Brush
-        {33012, 2, Make<CBriselView>, nullptr},                // Smudge
-        {33013, 2, Make<CBriselView>, nullptr},                // Lighter
-        {33014, 2, Make<CBriselView>, nullptr},                // Darker
-        {33015, 2, Make<CBriselView>, nullptr},                // Blur
-        {33016, 2, Make<CBriselView>, nullptr},                // Sharpen
-        {33017, 2, Make<CBriselView>, nullptr},                // Hue
-        {33018, 2, Make<CBriselView>, nullptr},                // Water Pen
-        {33019, 2, Make<CBriselView>, nullptr},                // Oil Pen
-        {33020, 2, Make<CBriselView>, nullptr},                // Wax Pen
-        {33021, 2, Make<CBriselView>, nullptr},                // Carbon Pen
-        {33022, 2, Make<CBriselView>, nullptr},                // Chalk
-        {33023, 2, Make<CBriselView>, nullptr},                // Mick Pen
-        {33024, 2, Make<CBriselView>, nullptr},                // Color Pen
+        {33011, 2, Make<AToolPaintSpray>, nullptr},            // Air Brush
+        {33012, 2, Make<AToolPaintSmudge>, nullptr},           // Smudge
+        {33013, 2, Tablet<2>, nullptr},                        // Lighter
+        {33014, 2, Tablet<3>, nullptr},                        // Darker
+        {33015, 2, MakeVariant<AToolPaintBlur, 1>, nullptr},   // Blur
+        {33016, 2, MakeVariant<AToolPaintBlur, 0>, nullptr},   // Sharpen
+        {33017, 2, Make<AToolPaintHue>, HueOptions},           // Hue
+        {33018, 2, Tablet<7>, nullptr},                        // Water Pen
+        {33019, 2, Tablet<12>, nullptr},                       // Oil Pen
+        {33020, 2, Tablet<8>, nullptr},                        // Wax Pen
+        {33021, 2, Tablet<9>, nullptr},                        // Carbon Pen
+        {33022, 2, Tablet<10>, nullptr},                       // Chalk
+        {33023, 2, Tablet<11>, nullptr},                       // Mick Pen
+        {33024, 2, Make<AToolPaintColorPen>, nullptr},         // Color Pen
         {33025, 3, Make<CBriselView>, nullptr},                // Flood Fill
         {33026, 3, Make<CBriselView>, nullptr},                // Gradient Tool
         {33027, -1, MakeVariant<AToolPaintPen, 0>, NoOptions}, // Stamp Tool: the plain pen
