@@ -1,6 +1,8 @@
 #include "view/ToolTable.h"
 
+#include "paint/AToolPaintLine.h"
 #include "paint/AToolPaintPen.h"
+#include "paint/AToolPaintRect.h"
 #include "platform/StringTable.h"
 #include "view/CBriselView.h"
 
@@ -31,9 +33,9 @@ const std::vector<ToolInfo>& Table() {
         {33003, 0, Make<CBriselView>, nullptr},                // Select Free Hand
         {33004, 0, Make<CBriselView>, nullptr},                // Select Magic Wand
         {33005, 0, Make<CBriselView>, nullptr},                // Move Selection
-        {33006, 1, Make<CBriselView>, nullptr},                // Draw Rectangle
-        {33007, 1, Make<CBriselView>, nullptr},                // Draw Ellipse
-        {33008, 1, Make<CBriselView>, nullptr},                // Draw Line
+        {33006, 1, MakeVariant<AToolPaintRect, 0>, nullptr},   // Draw Rectangle
+        {33007, 1, MakeVariant<AToolPaintRect, 1>, nullptr},   // Draw Ellipse
+        {33008, 1, MakeVariant<AToolPaintLine, 1>, nullptr},   // Draw Line
         {33009, 2, MakeVariant<AToolPaintPen, 0>, nullptr},    // Pen
         {33010, 2, MakeVariant<AToolPaintPen, 1>, nullptr},    // Eraser
         {33011, 2, Make<CBriselView>, nullptr},                // Air Brush
