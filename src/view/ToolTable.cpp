@@ -1,8 +1,13 @@
 #include "view/ToolTable.h"
 
+#include "paint/AToolPaintFill.h"
+#include "paint/AToolPaintGradient.h"
 #include "paint/AToolPaintLine.h"
+#include "paint/AToolPaintMove.h"
 #include "paint/AToolPaintPen.h"
+#include "paint/AToolPaintPicker.h"
 #include "paint/AToolPaintRect.h"
+#include "paint/AToolPaintZoom.h"
 #include "platform/StringTable.h"
 #include "view/CBriselView.h"
 
@@ -52,14 +57,14 @@ const std::vector<ToolInfo>& Table() {
         {33022, 2, Make<CBriselView>, nullptr},                // Chalk
         {33023, 2, Make<CBriselView>, nullptr},                // Mick Pen
         {33024, 2, Make<CBriselView>, nullptr},                // Color Pen
-        {33025, 3, Make<CBriselView>, nullptr},                // Flood Fill
-        {33026, 3, Make<CBriselView>, nullptr},                // Gradient Tool
+        {33025, 3, Make<AToolPaintFill>, nullptr},             // Flood Fill
+        {33026, 3, Make<AToolPaintGradient>, nullptr},         // Gradient Tool
         {33027, -1, MakeVariant<AToolPaintPen, 0>, NoOptions}, // Stamp Tool: the plain pen
-        {33028, 4, Make<CBriselView>, nullptr},                // Zoom In
-        {33029, 4, Make<CBriselView>, nullptr},                // Zoom Out
+        {33028, 4, MakeVariant<AToolPaintZoom, 1>, nullptr},   // Zoom In
+        {33029, 4, MakeVariant<AToolPaintZoom, 0>, nullptr},   // Zoom Out
         {33030, 5, Make<CBriselView>, nullptr},                // Input Text
-        {33031, 6, Make<CBriselView>, nullptr},                // Move Picture
-        {33032, 7, Make<CBriselView>, nullptr},                // Color Picker
+        {33031, 6, Make<AToolPaintMove>, nullptr},             // Move Picture
+        {33032, 7, Make<AToolPaintPicker>, nullptr},           // Color Picker
     };
     return table;
 }
