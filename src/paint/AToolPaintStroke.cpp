@@ -2,6 +2,7 @@
 
 #include "image/CBriselDoc.h"
 #include "image/CUndoRecord.h"
+#include "paint/AToolPaintTarget.h"
 #include "paint/BrushEngine.h"
 #include "platform/MessagePresenter.h"
 #include "platform/StringTable.h"
@@ -25,21 +26,15 @@ BrushEngine& AToolPaintStroke::Engine() {
 }
 
 CDibImage* AToolPaintStroke::Target() const {
-    return Document() ? Document()->GetImage() : nullptr;
+    return painttarget::Image(Document());
 }
 
 QPoint AToolPaintStroke::ToTarget(QPoint screen) const {
-    const CBriselDoc* doc = Document();
-    if (doc != nullptr && doc->GetFloatImage() != nullptr) {
-        return ScreenToFloating(screen);
-    }
-    return ScreenToImage(screen);
+    return painttarget::FromScreen(*this, screen);
 }
 
 bool AToolPaintStroke::InsideTarget(QPoint point) const {
-    const CDibImage* target = Target();
-    return target != nullptr && point.x() >= 0 && point.y() >= 0 && point.x() < target->Width() &&
-           point.y() < target->Height();
+    return painttarget::Contains(Document(), point);
 }
 
 void AToolPaintStroke::PrepareShape(int size) {
@@ -89,8 +84,7 @@ void AToolPaintStroke::OnPenDown(const PenEvent& pen) {
     m_fromTablet = pen.fromTablet;
     m_pressure = StartPressure(m_penSize, !m_fromTablet && UsesPressure() && host->PenPressureSimulation());
     m_currentSize = m_fromTablet ? PressureSize(m_penSize, pen.pressure) : m_penSize;
-    const QPoint picture = ScreenToImage(pen.point);
-    m_targetOrigin = picture - point;
+    m_targetOrigin = painttarget::Origin(doc);
     PrepareShape(m_currentSize);
     PaintDab(engine, point.x(), point.y(), m_currentSize);
     m_last = point;

@@ -3,11 +3,18 @@
 #include "dialogs/HueOptionsDialog.h"
 #include "paint/AToolPaintBlur.h"
 #include "paint/AToolPaintColorPen.h"
+#include "paint/AToolPaintFill.h"
+#include "paint/AToolPaintGradient.h"
 #include "paint/AToolPaintHue.h"
+#include "paint/AToolPaintLine.h"
+#include "paint/AToolPaintMove.h"
 #include "paint/AToolPaintPen.h"
+#include "paint/AToolPaintPicker.h"
+#include "paint/AToolPaintRect.h"
 #include "paint/AToolPaintSmudge.h"
 #include "paint/AToolPaintSpray.h"
 #include "paint/AToolPaintTablet.h"
+#include "paint/AToolPaintZoom.h"
 #include "platform/StringTable.h"
 #include "view/CBriselView.h"
 
@@ -44,9 +51,9 @@ const std::vector<ToolInfo>& Table() {
         {33003, 0, Make<CBriselView>, nullptr},                // Select Free Hand
         {33004, 0, Make<CBriselView>, nullptr},                // Select Magic Wand
         {33005, 0, Make<CBriselView>, nullptr},                // Move Selection
-        {33006, 1, Make<CBriselView>, nullptr},                // Draw Rectangle
-        {33007, 1, Make<CBriselView>, nullptr},                // Draw Ellipse
-        {33008, 1, Make<CBriselView>, nullptr},                // Draw Line
+        {33006, 1, MakeVariant<AToolPaintRect, 0>, nullptr},   // Draw Rectangle
+        {33007, 1, MakeVariant<AToolPaintRect, 1>, nullptr},   // Draw Ellipse
+        {33008, 1, MakeVariant<AToolPaintLine, 1>, nullptr},   // Draw Line
         {33009, 2, MakeVariant<AToolPaintPen, 0>, nullptr},    // Pen
         {33010, 2, MakeVariant<AToolPaintPen, 1>, nullptr},    // Eraser
         {33011, 2, Make<AToolPaintSpray>, nullptr},            // Air Brush
@@ -63,14 +70,14 @@ const std::vector<ToolInfo>& Table() {
         {33022, 2, Tablet<10>, nullptr},                       // Chalk
         {33023, 2, Tablet<11>, nullptr},                       // Mick Pen
         {33024, 2, Make<AToolPaintColorPen>, nullptr},         // Color Pen
-        {33025, 3, Make<CBriselView>, nullptr},                // Flood Fill
-        {33026, 3, Make<CBriselView>, nullptr},                // Gradient Tool
+        {33025, 3, Make<AToolPaintFill>, nullptr},             // Flood Fill
+        {33026, 3, Make<AToolPaintGradient>, nullptr},         // Gradient Tool
         {33027, -1, MakeVariant<AToolPaintPen, 0>, NoOptions}, // Stamp Tool: the plain pen
-        {33028, 4, Make<CBriselView>, nullptr},                // Zoom In
-        {33029, 4, Make<CBriselView>, nullptr},                // Zoom Out
+        {33028, 4, MakeVariant<AToolPaintZoom, 1>, nullptr},   // Zoom In
+        {33029, 4, MakeVariant<AToolPaintZoom, 0>, nullptr},   // Zoom Out
         {33030, 5, Make<CBriselView>, nullptr},                // Input Text
-        {33031, 6, Make<CBriselView>, nullptr},                // Move Picture
-        {33032, 7, Make<CBriselView>, nullptr},                // Color Picker
+        {33031, 6, Make<AToolPaintMove>, nullptr},             // Move Picture
+        {33032, 7, Make<AToolPaintPicker>, nullptr},           // Color Picker
     };
     return table;
 }

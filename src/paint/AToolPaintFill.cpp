@@ -1,0 +1,31 @@
+#include "paint/AToolPaintFill.h"
+
+#include "paint/AToolPaintTarget.h"
+#include "paint/EngineOperationHandlers.h"
+#include "paint/EngineOperations.h"
+#include "platform/Settings.h"
+#include "platform/WaitCursor.h"
+#include "view/CViewWindow.h"
+#include "view/ViewHost.h"
+
+void AToolPaintFill::OnPenDown(const PenEvent& pen) {
+    if (Document() == nullptr || Host() == nullptr) {
+        return;
+    }
+    const QPoint point = ScreenToImage(pen.point);
+    if (!painttarget::Contains(Document(), point - painttarget::Origin(Document()))) {
+        return;
+    }
+    EngineOptions options;
+    options.tolerance = platform::Settings::ReadInt("FloodFill", "Tolerance", 32);
+    EngineStep step;
+    step.numbers = {point.x(), point.y()};
+    CommandContext context = Host()->EditingContext();
+    {
+        platform::WaitCursor wait;
+        RunFill(context, options, step);
+    }
+    if (Window() != nullptr) {
+        Window()->InvalidateAll();
+    }
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "view/CBriselView.h"
+
+// "Zoom In" and "Zoom Out": a tap on the picture zooms one step and brings
+// the tapped pixel to the middle of the window.
+class AToolPaintZoom : public CBriselView {
+public:
+    explicit AToolPaintZoom(int zoomIn = 1) : m_zoomOut(zoomIn == 0) {}
+    bool ZoomsOut() const { return m_zoomOut; }
+    void OnPenDown(const PenEvent& pen) override;
+
+private:
+    bool m_zoomOut;
+};
