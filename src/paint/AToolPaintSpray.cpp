@@ -22,10 +22,6 @@ void AToolPaintSpray::ToolSuspend() {
     m_timer.stop();
 }
 
-int AToolPaintSpray::Spacing(int size) const {
-    return std::max(1, size / 2);
-}
-
 // The mask is built per stroke and again whenever pressure changes the width;
 // a width the pressure has brought down to nothing sprays nothing.
 bool AToolPaintSpray::PrepareMask(BrushEngine& engine, int size) {
@@ -51,7 +47,7 @@ void AToolPaintSpray::PaintDab(BrushEngine& engine, int x, int y, int size) {
 
 void AToolPaintSpray::PaintSegment(BrushEngine& engine, int x1, int y1, int x2, int y2, int size) {
     if (PrepareMask(engine, size)) {
-        SprayAlong(engine, x1, y1, x2, y2, Spacing(size));
+        SprayAlong(engine, x1, y1, x2, y2, std::max(1, size / 4));
     }
 }
 

@@ -8,8 +8,9 @@
 // Air Brush: sprays the foreground colour through the engine's spray mask
 // (the first base) of the pen's size and shape, at pen-down, along every move
 // and, on a timer, while the pen rests, so paint builds up where the pen
-// stays. The colour pen shares the spraying and changes the mask, the spacing
-// and the timer.
+// stays. Along a move the sprays lie a quarter of the pen size apart, so the
+// trail is even. The colour pen shares the spraying with its own mask and no
+// timer.
 class AToolPaintSpray : public AToolPaintStroke {
 public:
     static constexpr int kSprayPeriodMs = 50;
@@ -28,8 +29,6 @@ protected:
     void EndStroke() override;
 
     virtual void BuildMask(BrushEngine& engine, int size) { engine.BuildAirBrushMask(size, PenShape()); }
-    // Distance between sprays along a move.
-    virtual int Spacing(int size) const;
     virtual bool SpraysWhileResting() const { return true; }
 
 private:
