@@ -1,5 +1,9 @@
 #include "view/ToolTable.h"
 
+#include "dialogs/EraserOptionsDialog.h"
+#include "dialogs/FloodFillOptionsDialog.h"
+#include "dialogs/GradientDialog.h"
+#include "dialogs/ShapeOptionsDialog.h"
 #include "paint/AToolPaintFill.h"
 #include "paint/AToolPaintGradient.h"
 #include "paint/AToolPaintLine.h"
@@ -23,6 +27,25 @@ template <typename View, int Variant> std::unique_ptr<CBriselView> MakeVariant()
     return std::make_unique<View>(Variant);
 }
 
+// Painting tools and their options, named short so that the table keeps one
+// aligned row per tool.
+constexpr auto RectTool = MakeVariant<AToolPaintRect, 0>;
+constexpr auto OvalTool = MakeVariant<AToolPaintRect, 1>;
+constexpr auto LineTool = MakeVariant<AToolPaintLine, 1>;
+constexpr auto PenTool = MakeVariant<AToolPaintPen, 0>;
+constexpr auto EraserTool = MakeVariant<AToolPaintPen, 1>;
+constexpr auto FillTool = Make<AToolPaintFill>;
+constexpr auto GradientTool = Make<AToolPaintGradient>;
+constexpr auto ZoomInTool = MakeVariant<AToolPaintZoom, 1>;
+constexpr auto ZoomOutTool = MakeVariant<AToolPaintZoom, 0>;
+constexpr auto MoveTool = Make<AToolPaintMove>;
+constexpr auto PickerTool = Make<AToolPaintPicker>;
+constexpr auto RectOptions = ShapeOptionsDialog::OpenForRectangle;
+constexpr auto OvalOptions = ShapeOptionsDialog::OpenForEllipse;
+constexpr auto EraserOptions = EraserOptionsDialog::Open;
+constexpr auto FillOptions = FloodFillOptionsDialog::Open;
+constexpr auto GradientOptions = GradientDialog::Open;
+
 constexpr int kPenTool = 33009;
 
 void NoOptions(QWidget*) {}
@@ -32,39 +55,39 @@ const std::vector<ToolInfo>& Table() {
     // Each row: id, palette button, factory, options dialog. Replace Make<CBriselView> by the
     // tool's own class (with its variant) when the class exists.
     static const std::vector<ToolInfo> table = {
-        {33000, 0, Make<CBriselView>, nullptr},                // Select Rectangle
-        {33001, 0, Make<CBriselView>, nullptr},                // Select Ellipse
-        {33002, 0, Make<CBriselView>, nullptr},                // Select Pen
-        {33003, 0, Make<CBriselView>, nullptr},                // Select Free Hand
-        {33004, 0, Make<CBriselView>, nullptr},                // Select Magic Wand
-        {33005, 0, Make<CBriselView>, nullptr},                // Move Selection
-        {33006, 1, MakeVariant<AToolPaintRect, 0>, nullptr},   // Draw Rectangle
-        {33007, 1, MakeVariant<AToolPaintRect, 1>, nullptr},   // Draw Ellipse
-        {33008, 1, MakeVariant<AToolPaintLine, 1>, nullptr},   // Draw Line
-        {33009, 2, MakeVariant<AToolPaintPen, 0>, nullptr},    // Pen
-        {33010, 2, MakeVariant<AToolPaintPen, 1>, nullptr},    // Eraser
-        {33011, 2, Make<CBriselView>, nullptr},                // Air Brush
-        {33012, 2, Make<CBriselView>, nullptr},                // Smudge
-        {33013, 2, Make<CBriselView>, nullptr},                // Lighter
-        {33014, 2, Make<CBriselView>, nullptr},                // Darker
-        {33015, 2, Make<CBriselView>, nullptr},                // Blur
-        {33016, 2, Make<CBriselView>, nullptr},                // Sharpen
-        {33017, 2, Make<CBriselView>, nullptr},                // Hue
-        {33018, 2, Make<CBriselView>, nullptr},                // Water Pen
-        {33019, 2, Make<CBriselView>, nullptr},                // Oil Pen
-        {33020, 2, Make<CBriselView>, nullptr},                // Wax Pen
-        {33021, 2, Make<CBriselView>, nullptr},                // Carbon Pen
-        {33022, 2, Make<CBriselView>, nullptr},                // Chalk
-        {33023, 2, Make<CBriselView>, nullptr},                // Mick Pen
-        {33024, 2, Make<CBriselView>, nullptr},                // Color Pen
-        {33025, 3, Make<AToolPaintFill>, nullptr},             // Flood Fill
-        {33026, 3, Make<AToolPaintGradient>, nullptr},         // Gradient Tool
-        {33027, -1, MakeVariant<AToolPaintPen, 0>, NoOptions}, // Stamp Tool: the plain pen
-        {33028, 4, MakeVariant<AToolPaintZoom, 1>, nullptr},   // Zoom In
-        {33029, 4, MakeVariant<AToolPaintZoom, 0>, nullptr},   // Zoom Out
-        {33030, 5, Make<CBriselView>, nullptr},                // Input Text
-        {33031, 6, Make<AToolPaintMove>, nullptr},             // Move Picture
-        {33032, 7, Make<AToolPaintPicker>, nullptr},           // Color Picker
+        {33000, 0, Make<CBriselView>, nullptr},    // Select Rectangle
+        {33001, 0, Make<CBriselView>, nullptr},    // Select Ellipse
+        {33002, 0, Make<CBriselView>, nullptr},    // Select Pen
+        {33003, 0, Make<CBriselView>, nullptr},    // Select Free Hand
+        {33004, 0, Make<CBriselView>, nullptr},    // Select Magic Wand
+        {33005, 0, Make<CBriselView>, nullptr},    // Move Selection
+        {33006, 1, RectTool, RectOptions},         // Draw Rectangle
+        {33007, 1, OvalTool, OvalOptions},         // Draw Ellipse
+        {33008, 1, LineTool, nullptr},             // Draw Line
+        {33009, 2, PenTool, nullptr},              // Pen
+        {33010, 2, EraserTool, EraserOptions},     // Eraser
+        {33011, 2, Make<CBriselView>, nullptr},    // Air Brush
+        {33012, 2, Make<CBriselView>, nullptr},    // Smudge
+        {33013, 2, Make<CBriselView>, nullptr},    // Lighter
+        {33014, 2, Make<CBriselView>, nullptr},    // Darker
+        {33015, 2, Make<CBriselView>, nullptr},    // Blur
+        {33016, 2, Make<CBriselView>, nullptr},    // Sharpen
+        {33017, 2, Make<CBriselView>, nullptr},    // Hue
+        {33018, 2, Make<CBriselView>, nullptr},    // Water Pen
+        {33019, 2, Make<CBriselView>, nullptr},    // Oil Pen
+        {33020, 2, Make<CBriselView>, nullptr},    // Wax Pen
+        {33021, 2, Make<CBriselView>, nullptr},    // Carbon Pen
+        {33022, 2, Make<CBriselView>, nullptr},    // Chalk
+        {33023, 2, Make<CBriselView>, nullptr},    // Mick Pen
+        {33024, 2, Make<CBriselView>, nullptr},    // Color Pen
+        {33025, 3, FillTool, FillOptions},         // Flood Fill
+        {33026, 3, GradientTool, GradientOptions}, // Gradient Tool
+        {33027, -1, PenTool, NoOptions},           // Stamp Tool: the plain pen
+        {33028, 4, ZoomInTool, nullptr},           // Zoom In
+        {33029, 4, ZoomOutTool, nullptr},          // Zoom Out
+        {33030, 5, Make<CBriselView>, nullptr},    // Input Text
+        {33031, 6, MoveTool, nullptr},             // Move Picture
+        {33032, 7, PickerTool, nullptr},           // Color Picker
     };
     return table;
 }
