@@ -1,6 +1,7 @@
 #include "app/ToolPalette.h"
 
 #include "app/ToolIcons.h"
+#include "dialogs/PenShapeDialog.h"
 
 #include <QActionGroup>
 #include <QButtonGroup>
@@ -189,6 +190,25 @@ void ToolPalette::BuildPenMenu() {
             emit PenChosen(m_penSize, m_penShape);
         });
     }
+    sizes->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
+    menu->addSeparator();
+    QAction* dialog = menu->addAction(QStringLiteral("Pen shape and size..."));
+    connect(dialog, &QAction::triggered, this, [this, shapes, sizes] {
+        PenShapeDialog choose(m_penSize, m_penShape, this);
+        if (choose.exec() != QDialog::Accepted) {
+            return;
+        }
+        m_penSize = choose.PenSize();
+        m_penShape = choose.PenShape();
+        for (int i = 0; i < shapes->actions().size(); ++i) {
+            shapes->actions()[i]->setChecked(i + 1 == m_penShape);
+        }
+        for (int i = 0; i < sizes->actions().size(); ++i) {
+            sizes->actions()[i]->setChecked(kPenSizes[i] == m_penSize);
+        }
+        m_pen->setIcon(icons::PenShape(m_penShape, m_penSize));
+        emit PenChosen(m_penSize, m_penShape);
+    });
     m_pen->setMenu(menu);
     m_pen->setIcon(icons::PenShape(m_penShape, m_penSize));
 }

@@ -1,6 +1,7 @@
 #include "paint/AToolPaintDrag.h"
 
 #include "image/CUndoRecord.h"
+#include "paint/AToolPaintCursor.h"
 #include "paint/AToolPaintTarget.h"
 #include "paint/BrushEngine.h"
 #include "view/CViewWindow.h"
@@ -72,11 +73,25 @@ void AToolPaintDrag::OnPenUp(const PenEvent& pen) {
     Finish();
 }
 
+void AToolPaintDrag::ToolActivate() {
+    paintcursor::Show(*this, Qt::CrossCursor);
+}
+
 void AToolPaintDrag::ToolDeactivate() {
     if (m_dragging) {
         InvalidateBand();
         m_dragging = false;
     }
+    paintcursor::Clear(*this);
+}
+
+bool AToolPaintDrag::OnKeyDown(int key) {
+    if (key != Qt::Key_Escape || !m_dragging) {
+        return CBriselView::OnKeyDown(key);
+    }
+    InvalidateBand();
+    m_dragging = false;
+    return true;
 }
 
 void AToolPaintDrag::PaintOverlay(QPainter& painter) {

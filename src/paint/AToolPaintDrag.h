@@ -20,7 +20,10 @@ public:
     void OnPenDown(const PenEvent& pen) override;
     void OnPenMove(const PenEvent& pen) override;
     void OnPenUp(const PenEvent& pen) override;
+    void ToolActivate() override;
     void ToolDeactivate() override;
+    // Esc drops the drag under way without painting.
+    bool OnKeyDown(int key) override;
     void PaintOverlay(QPainter& painter) override;
 
     bool Dragging() const { return m_dragging; }

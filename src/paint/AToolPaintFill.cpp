@@ -1,5 +1,6 @@
 #include "paint/AToolPaintFill.h"
 
+#include "paint/AToolPaintCursor.h"
 #include "paint/AToolPaintTarget.h"
 #include "paint/EngineOperationHandlers.h"
 #include "paint/EngineOperations.h"
@@ -7,6 +8,14 @@
 #include "platform/WaitCursor.h"
 #include "view/CViewWindow.h"
 #include "view/ViewHost.h"
+
+void AToolPaintFill::ToolActivate() {
+    paintcursor::Show(*this, Qt::CrossCursor);
+}
+
+void AToolPaintFill::ToolDeactivate() {
+    paintcursor::Clear(*this);
+}
 
 void AToolPaintFill::OnPenDown(const PenEvent& pen) {
     if (Document() == nullptr || Host() == nullptr) {

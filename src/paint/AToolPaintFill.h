@@ -7,5 +7,7 @@
 // channel, with the foreground colour; one undo step.
 class AToolPaintFill : public CBriselView {
 public:
+    void ToolActivate() override;
+    void ToolDeactivate() override;
     void OnPenDown(const PenEvent& pen) override;
 };

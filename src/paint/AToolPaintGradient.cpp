@@ -16,6 +16,7 @@ void AToolPaintGradient::ReadOptions() {
 }
 
 void AToolPaintGradient::ToolActivate() {
+    AToolPaintDrag::ToolActivate();
     ReadOptions();
 }
 

@@ -1,5 +1,6 @@
 #include "paint/AToolPaintMove.h"
 
+#include "paint/AToolPaintCursor.h"
 #include "view/CViewWindow.h"
 
 bool AToolPaintMove::Inside(QPoint point) const {
@@ -16,6 +17,7 @@ void AToolPaintMove::OnPenDown(const PenEvent& pen) {
     m_grabbed = point;
     m_outlineWasEnabled = State().outlineEnabled;
     DisableOutline();
+    paintcursor::Show(*this, Qt::ClosedHandCursor);
 }
 
 void AToolPaintMove::OnPenMove(const PenEvent& pen) {
@@ -40,11 +42,17 @@ void AToolPaintMove::OnPenUp(const PenEvent&) {
         return;
     }
     m_dragging = false;
+    paintcursor::Show(*this, Qt::OpenHandCursor);
     if (m_outlineWasEnabled) {
         EnableOutline();
     }
 }
 
+void AToolPaintMove::ToolActivate() {
+    paintcursor::Show(*this, Qt::OpenHandCursor);
+}
+
 void AToolPaintMove::ToolDeactivate() {
     OnPenUp(PenEvent{});
+    paintcursor::Clear(*this);
 }

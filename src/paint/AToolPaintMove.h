@@ -11,6 +11,7 @@ public:
     void OnPenDown(const PenEvent& pen) override;
     void OnPenMove(const PenEvent& pen) override;
     void OnPenUp(const PenEvent& pen) override;
+    void ToolActivate() override;
     void ToolDeactivate() override;
 
 private:

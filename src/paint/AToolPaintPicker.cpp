@@ -1,6 +1,7 @@
 #include "paint/AToolPaintPicker.h"
 
 #include "image/CBriselDoc.h"
+#include "paint/AToolPaintCursor.h"
 #include "paint/BrushEngine.h"
 #include "view/ViewHost.h"
 
@@ -37,6 +38,14 @@ bool AToolPaintPicker::Pick(QPoint screen) {
         host->SetBackgroundColor(color);
     }
     return true;
+}
+
+void AToolPaintPicker::ToolActivate() {
+    paintcursor::Show(*this, Qt::CrossCursor);
+}
+
+void AToolPaintPicker::ToolDeactivate() {
+    paintcursor::Clear(*this);
 }
 
 void AToolPaintPicker::OnPenDown(const PenEvent& pen) {

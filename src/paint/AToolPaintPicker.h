@@ -10,6 +10,8 @@
 // On a floating selection the floating pixel counts, not the picture under it.
 class AToolPaintPicker : public CBriselView {
 public:
+    void ToolActivate() override;
+    void ToolDeactivate() override;
     void OnPenDown(const PenEvent& pen) override;
     void OnPenMove(const PenEvent& pen) override;
     void OnPenUp(const PenEvent& pen) override;

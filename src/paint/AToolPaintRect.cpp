@@ -19,6 +19,7 @@ void AToolPaintRect::ReadOptions() {
 }
 
 void AToolPaintRect::ToolActivate() {
+    AToolPaintDrag::ToolActivate();
     ReadOptions();
 }
 

@@ -2,12 +2,14 @@
 
 #include "image/CBriselDoc.h"
 #include "image/CUndoRecord.h"
+#include "paint/AToolPaintCursor.h"
 #include "paint/AToolPaintTarget.h"
 #include "paint/BrushEngine.h"
 #include "platform/MessagePresenter.h"
 #include "platform/StringTable.h"
 #include "view/ViewHost.h"
 
+#include <QApplication>
 #include <algorithm>
 #include <cmath>
 
@@ -63,6 +65,9 @@ void AToolPaintStroke::OnPenDown(const PenEvent& pen) {
     }
     const QPoint point = ToTarget(pen.point);
     if (!InsideTarget(point)) {
+        if (BeepsOutside()) {
+            QApplication::beep();
+        }
         return;
     }
     const CommandContext context = host->EditingContext();
@@ -81,6 +86,7 @@ void AToolPaintStroke::OnPenDown(const PenEvent& pen) {
         return;
     }
     m_drawing = true;
+    m_target = Target();
     m_fromTablet = pen.fromTablet;
     m_pressure = StartPressure(m_penSize, !m_fromTablet && UsesPressure() && host->PenPressureSimulation());
     m_currentSize = m_fromTablet ? PressureSize(m_penSize, pen.pressure) : m_penSize;
@@ -95,8 +101,7 @@ void AToolPaintStroke::OnPenMove(const PenEvent& pen) {
     if (!m_drawing) {
         return;
     }
-    // The target may not have changed under a stroke; if it did, stop painting.
-    if (Engine().TargetImage() != Target()) {
+    if (m_target != Target()) {
         return;
     }
     const QPoint to = ScreenToImage(pen.point) - m_targetOrigin;
@@ -137,10 +142,15 @@ void AToolPaintStroke::OnPenUp(const PenEvent&) {
     }
 }
 
+void AToolPaintStroke::ToolActivate() {
+    paintcursor::Show(*this, Qt::CrossCursor);
+}
+
 void AToolPaintStroke::ToolDeactivate() {
     if (m_drawing) {
         OnPenUp(PenEvent{});
     }
+    paintcursor::Clear(*this);
 }
 
 void AToolPaintStroke::InvalidateAround(int left, int top, int right, int bottom) {

@@ -38,6 +38,7 @@ public:
     void OnPenDown(const PenEvent& pen) override;
     void OnPenMove(const PenEvent& pen) override;
     void OnPenUp(const PenEvent& pen) override;
+    void ToolActivate() override;
     void ToolDeactivate() override;
 
     bool Drawing() const { return m_drawing; }
@@ -64,6 +65,8 @@ protected:
     virtual bool PaintsWithoutUndo() const { return false; }
     // Pixels a dab may reach beyond the pen's own cells (for repainting).
     virtual int ExtraReach() const { return 0; }
+    // Whether a pen-down outside the target beeps (the pen stays silent).
+    virtual bool BeepsOutside() const { return false; }
 
     // ---- services ------------------------------------------------------------
     BrushEngine& Engine();
@@ -92,6 +95,9 @@ private:
     int m_penShape = 1;
     int m_currentSize = 1;
     QPoint m_last;
+    // The image the stroke paints; a stroke stops when the document's target
+    // changes under it (a command ran while the pen was down).
+    const CDibImage* m_target = nullptr;
     // Picture pixel of target pixel (0, 0).
     QPoint m_targetOrigin;
     PressureState m_pressure;

@@ -1,6 +1,15 @@
 #include "paint/AToolPaintZoom.h"
 
+#include "paint/AToolPaintCursor.h"
 #include "view/CViewWindow.h"
+
+void AToolPaintZoom::ToolActivate() {
+    paintcursor::Show(*this, Qt::CrossCursor);
+}
+
+void AToolPaintZoom::ToolDeactivate() {
+    paintcursor::Clear(*this);
+}
 
 void AToolPaintZoom::OnPenDown(const PenEvent& pen) {
     if (Window() == nullptr) {

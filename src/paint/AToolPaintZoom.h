@@ -8,6 +8,8 @@ class AToolPaintZoom : public CBriselView {
 public:
     explicit AToolPaintZoom(int zoomIn = 1) : m_zoomOut(zoomIn == 0) {}
     bool ZoomsOut() const { return m_zoomOut; }
+    void ToolActivate() override;
+    void ToolDeactivate() override;
     void OnPenDown(const PenEvent& pen) override;
 
 private:

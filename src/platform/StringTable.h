@@ -30,6 +30,8 @@ enum StringId : int {
     // Tool labels: the string with a tool's command id (33000..33032), the
     // zoom tools' group (33033) and the palette's options button (33040).
     IDS_TOOL_FIRST = 33000,
+    IDS_SIMILARITY_OUT_OF_RANGE = 33210,
+    IDS_PEN_SIZE_OUT_OF_RANGE = 33211,
 };
 
 // The text of a string id; an empty view for an id the table does not hold.

@@ -1,6 +1,10 @@
 #include "view/ToolTable.h"
 
+#include "dialogs/EraserOptionsDialog.h"
+#include "dialogs/FloodFillOptionsDialog.h"
+#include "dialogs/GradientDialog.h"
 #include "dialogs/HueOptionsDialog.h"
+#include "dialogs/ShapeOptionsDialog.h"
 #include "paint/AToolPaintBlur.h"
 #include "paint/AToolPaintColorPen.h"
 #include "paint/AToolPaintFill.h"
@@ -30,10 +34,41 @@ template <typename View, int Variant> std::unique_ptr<CBriselView> MakeVariant()
     return std::make_unique<View>(Variant);
 }
 
-// Lighter, Darker and the artistic pens by their pen kind.
-template <int Kind> std::unique_ptr<CBriselView> Tablet() {
-    return std::make_unique<AToolPaintTablet>(Kind);
-}
+// Painting tools and their options, named short so that the table keeps one
+// aligned row per tool.
+constexpr auto RectTool = MakeVariant<AToolPaintRect, 0>;
+constexpr auto OvalTool = MakeVariant<AToolPaintRect, 1>;
+constexpr auto LineTool = MakeVariant<AToolPaintLine, 1>;
+constexpr auto PenTool = MakeVariant<AToolPaintPen, 0>;
+constexpr auto EraserTool = MakeVariant<AToolPaintPen, 1>;
+constexpr auto FillTool = Make<AToolPaintFill>;
+constexpr auto GradientTool = Make<AToolPaintGradient>;
+constexpr auto ZoomInTool = MakeVariant<AToolPaintZoom, 1>;
+constexpr auto ZoomOutTool = MakeVariant<AToolPaintZoom, 0>;
+constexpr auto MoveTool = Make<AToolPaintMove>;
+constexpr auto PickerTool = Make<AToolPaintPicker>;
+constexpr auto RectOptions = ShapeOptionsDialog::OpenForRectangle;
+constexpr auto OvalOptions = ShapeOptionsDialog::OpenForEllipse;
+constexpr auto EraserOptions = EraserOptionsDialog::Open;
+constexpr auto FillOptions = FloodFillOptionsDialog::Open;
+constexpr auto GradientOptions = GradientDialog::Open;
+
+// The touch-up brushes and artistic pens (Lighter, Darker and the artistic
+// pens are one class by pen kind).
+constexpr auto SprayTool = Make<AToolPaintSpray>;
+constexpr auto SmudgeTool = Make<AToolPaintSmudge>;
+constexpr auto LighterTool = MakeVariant<AToolPaintTablet, 2>;
+constexpr auto DarkerTool = MakeVariant<AToolPaintTablet, 3>;
+constexpr auto BlurTool = MakeVariant<AToolPaintBlur, 1>;
+constexpr auto SharpenTool = MakeVariant<AToolPaintBlur, 0>;
+constexpr auto HueTool = Make<AToolPaintHue>;
+constexpr auto WaterPenTool = MakeVariant<AToolPaintTablet, 7>;
+constexpr auto OilPenTool = MakeVariant<AToolPaintTablet, 12>;
+constexpr auto WaxPenTool = MakeVariant<AToolPaintTablet, 8>;
+constexpr auto CarbonPenTool = MakeVariant<AToolPaintTablet, 9>;
+constexpr auto ChalkTool = MakeVariant<AToolPaintTablet, 10>;
+constexpr auto MickPenTool = MakeVariant<AToolPaintTablet, 11>;
+constexpr auto ColorPenTool = Make<AToolPaintColorPen>;
 constexpr auto HueOptions = HueOptionsDialog::Open;
 
 constexpr int kPenTool = 33009;
@@ -45,39 +80,39 @@ const std::vector<ToolInfo>& Table() {
     // Each row: id, palette button, factory, options dialog. Replace Make<CBriselView> by the
     // tool's own class (with its variant) when the class exists.
     static const std::vector<ToolInfo> table = {
-        {33000, 0, Make<CBriselView>, nullptr},                // Select Rectangle
-        {33001, 0, Make<CBriselView>, nullptr},                // Select Ellipse
-        {33002, 0, Make<CBriselView>, nullptr},                // Select Pen
-        {33003, 0, Make<CBriselView>, nullptr},                // Select Free Hand
-        {33004, 0, Make<CBriselView>, nullptr},                // Select Magic Wand
-        {33005, 0, Make<CBriselView>, nullptr},                // Move Selection
-        {33006, 1, MakeVariant<AToolPaintRect, 0>, nullptr},   // Draw Rectangle
-        {33007, 1, MakeVariant<AToolPaintRect, 1>, nullptr},   // Draw Ellipse
-        {33008, 1, MakeVariant<AToolPaintLine, 1>, nullptr},   // Draw Line
-        {33009, 2, MakeVariant<AToolPaintPen, 0>, nullptr},    // Pen
-        {33010, 2, MakeVariant<AToolPaintPen, 1>, nullptr},    // Eraser
-        {33011, 2, Make<AToolPaintSpray>, nullptr},            // Air Brush
-        {33012, 2, Make<AToolPaintSmudge>, nullptr},           // Smudge
-        {33013, 2, Tablet<2>, nullptr},                        // Lighter
-        {33014, 2, Tablet<3>, nullptr},                        // Darker
-        {33015, 2, MakeVariant<AToolPaintBlur, 1>, nullptr},   // Blur
-        {33016, 2, MakeVariant<AToolPaintBlur, 0>, nullptr},   // Sharpen
-        {33017, 2, Make<AToolPaintHue>, HueOptions},           // Hue
-        {33018, 2, Tablet<7>, nullptr},                        // Water Pen
-        {33019, 2, Tablet<12>, nullptr},                       // Oil Pen
-        {33020, 2, Tablet<8>, nullptr},                        // Wax Pen
-        {33021, 2, Tablet<9>, nullptr},                        // Carbon Pen
-        {33022, 2, Tablet<10>, nullptr},                       // Chalk
-        {33023, 2, Tablet<11>, nullptr},                       // Mick Pen
-        {33024, 2, Make<AToolPaintColorPen>, nullptr},         // Color Pen
-        {33025, 3, Make<AToolPaintFill>, nullptr},             // Flood Fill
-        {33026, 3, Make<AToolPaintGradient>, nullptr},         // Gradient Tool
-        {33027, -1, MakeVariant<AToolPaintPen, 0>, NoOptions}, // Stamp Tool: the plain pen
-        {33028, 4, MakeVariant<AToolPaintZoom, 1>, nullptr},   // Zoom In
-        {33029, 4, MakeVariant<AToolPaintZoom, 0>, nullptr},   // Zoom Out
-        {33030, 5, Make<CBriselView>, nullptr},                // Input Text
-        {33031, 6, Make<AToolPaintMove>, nullptr},             // Move Picture
-        {33032, 7, Make<AToolPaintPicker>, nullptr},           // Color Picker
+        {33000, 0, Make<CBriselView>, nullptr},    // Select Rectangle
+        {33001, 0, Make<CBriselView>, nullptr},    // Select Ellipse
+        {33002, 0, Make<CBriselView>, nullptr},    // Select Pen
+        {33003, 0, Make<CBriselView>, nullptr},    // Select Free Hand
+        {33004, 0, Make<CBriselView>, nullptr},    // Select Magic Wand
+        {33005, 0, Make<CBriselView>, nullptr},    // Move Selection
+        {33006, 1, RectTool, RectOptions},         // Draw Rectangle
+        {33007, 1, OvalTool, OvalOptions},         // Draw Ellipse
+        {33008, 1, LineTool, nullptr},             // Draw Line
+        {33009, 2, PenTool, nullptr},              // Pen
+        {33010, 2, EraserTool, EraserOptions},     // Eraser
+        {33011, 2, SprayTool, nullptr},            // Air Brush
+        {33012, 2, SmudgeTool, nullptr},           // Smudge
+        {33013, 2, LighterTool, nullptr},          // Lighter
+        {33014, 2, DarkerTool, nullptr},           // Darker
+        {33015, 2, BlurTool, nullptr},             // Blur
+        {33016, 2, SharpenTool, nullptr},          // Sharpen
+        {33017, 2, HueTool, HueOptions},           // Hue
+        {33018, 2, WaterPenTool, nullptr},         // Water Pen
+        {33019, 2, OilPenTool, nullptr},           // Oil Pen
+        {33020, 2, WaxPenTool, nullptr},           // Wax Pen
+        {33021, 2, CarbonPenTool, nullptr},        // Carbon Pen
+        {33022, 2, ChalkTool, nullptr},            // Chalk
+        {33023, 2, MickPenTool, nullptr},          // Mick Pen
+        {33024, 2, ColorPenTool, nullptr},         // Color Pen
+        {33025, 3, FillTool, FillOptions},         // Flood Fill
+        {33026, 3, GradientTool, GradientOptions}, // Gradient Tool
+        {33027, -1, PenTool, NoOptions},           // Stamp Tool: the plain pen
+        {33028, 4, ZoomInTool, nullptr},           // Zoom In
+        {33029, 4, ZoomOutTool, nullptr},          // Zoom Out
+        {33030, 5, Make<CBriselView>, nullptr},    // Input Text
+        {33031, 6, MoveTool, nullptr},             // Move Picture
+        {33032, 7, PickerTool, nullptr},           // Color Picker
     };
     return table;
 }

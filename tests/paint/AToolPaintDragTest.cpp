@@ -126,6 +126,14 @@ TEST_F(AToolPaintDragTest, RubberBandIsInvertedAndLeavesThePictureAlone) {
     QApplication::processEvents();
     EXPECT_EQ(Screen(15, 10), qRgb(255, 0, 0));
     EXPECT_EQ(Pixel(15, 10), kRed);
+
+    // Esc drops a drag: no band, nothing painted.
+    Press(5, 20);
+    MoveTo(25, 20);
+    QTest::keyClick(&view, Qt::Key_Escape);
+    EXPECT_EQ(Screen(15, 20), qRgb(255, 255, 255));
+    Release(25, 20);
+    EXPECT_EQ(Pixel(15, 20), kWhite);
 }
 
 } // namespace

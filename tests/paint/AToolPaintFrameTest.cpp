@@ -1,0 +1,59 @@
+#include "app/CBriselApp.h"
+#include "app/CMainFrame.h"
+#include "app/ToolPalette.h"
+#include "image/CBriselDoc.h"
+#include "view/CBriselView.h"
+#include "view/CViewWindow.h"
+
+#include <QTest>
+#include <QToolButton>
+#include <gtest/gtest.h>
+
+namespace {
+
+// The tools inside the real main window: its pen, colours, colour buttons and
+// undo record reach them through the view host.
+class AToolPaintFrameTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(app.InitInstance());
+        frame = app.MainFrame();
+        frame->resize(640, 480);
+        frame->show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(frame));
+        ASSERT_TRUE(app.CreateNewImage({80, 60, 72, 0}));
+    }
+    QWidget* Port() { return frame->ViewWindow()->viewport(); }
+    QPoint At(int x, int y) { return frame->View()->ImageToScreen({x, y}); }
+    ColorWord Pixel(int x, int y) { return app.Document().GetPicture()->GetPixel(x, y); }
+
+    CBriselApp app;
+    CMainFrame* frame = nullptr;
+};
+
+TEST_F(AToolPaintFrameTest, PenPaintsWithTheFramesPenAndColoursAndUndoes) {
+    frame->OnToolCommand(33009);
+    const ColorWord paper = Pixel(40, 30);
+    QTest::mousePress(Port(), Qt::LeftButton, {}, At(20, 30));
+    QTest::mouseMove(Port(), At(60, 30));
+    QTest::mouseRelease(Port(), Qt::LeftButton, {}, At(60, 30));
+    EXPECT_EQ(Pixel(40, 30), frame->Foreground());
+    const int reach = frame->PenSize() / 2;
+    EXPECT_EQ(Pixel(40, 30 - reach), frame->Foreground());
+    EXPECT_EQ(Pixel(40, 30 - reach - 1), paper);
+    EXPECT_TRUE(app.Document().IsModified());
+    frame->OnUndo();
+    EXPECT_EQ(Pixel(40, 30), paper);
+}
+
+TEST_F(AToolPaintFrameTest, PickerFillsTheCurrentColourButton) {
+    app.Document().GetPicture()->SetPixel(10, 10, 0x00123456);
+    frame->OnToolCommand(33032);
+    frame->Palette()->ColorButton(1)->click();
+    ASSERT_EQ(frame->Palette()->CurrentColorSlot(), 1);
+    QTest::mouseClick(Port(), Qt::LeftButton, {}, At(10, 10));
+    EXPECT_EQ(frame->Background(), 0x00123456u);
+    EXPECT_NE(frame->Foreground(), 0x00123456u);
+}
+
+} // namespace
