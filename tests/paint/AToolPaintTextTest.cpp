@@ -1,0 +1,145 @@
+#include "dialogs/InputTextDialog.h"
+#include "image/CommandContext.h"
+#include "image/DocumentFixture.h"
+#include "ops/EditCommands.h"
+#include "paint/TextGlyphs.h"
+#include "paint/TextPlacement.h"
+#include "platform/StringTable.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFontComboBox>
+#include <QFontDatabase>
+#include <QFontInfo>
+#include <QLineEdit>
+#include <gtest/gtest.h>
+
+namespace {
+
+class TextPlacementTest : public DocumentTest {
+protected:
+    int Place(const TextFont& font, const std::string& text, int x, int y) {
+        result = EditResult{};
+        return PlaceText(context, font, text, x, y, result);
+    }
+    int SelectedPixels() const {
+        int count = 0;
+        const CDibImage& mask = *doc.GetFloatMask();
+        for (int y = 0; y < mask.Height(); ++y) {
+            for (int x = 0; x < mask.Width(); ++x) {
+                count += mask.GetBit(x, y);
+            }
+        }
+        return count;
+    }
+
+    CommandContext context{doc, undo, 0x00123456, 0x00FFFFFF};
+    EditResult result;
+};
+
+TEST_F(TextPlacementTest, TextFloatsInTheForegroundColourShapedLikeItsGlyphs) {
+    TextFont font;
+    font.height = -16;
+    TextGlyphs glyphs;
+    ASSERT_TRUE(glyphs.SetFont(font));
+    doc.CreateFloating(0, 0, 3, 3, false); // an earlier selection is stamped first
+
+    ASSERT_EQ(Place(font, "Hi", 5, 3), 1);
+    EXPECT_EQ(undo.Kind(), 5);
+    EXPECT_EQ(doc.GetFloatRect(), (ImageRect{5, 3, 5 + glyphs.Width("Hi"), 3 + glyphs.Height()}));
+    EXPECT_EQ(glyphs.Height(), QFontMetrics(glyphs.Font()).height());
+    const CDibImage& pixels = *doc.GetFloatImage();
+    EXPECT_EQ(pixels.GetPixel(0, 0), 0x00123456u);
+    EXPECT_EQ(pixels.GetPixel(pixels.Width() - 1, pixels.Height() - 1), 0x00123456u);
+    const int area = pixels.Width() * pixels.Height();
+    EXPECT_GT(SelectedPixels(), 10);
+    EXPECT_LT(SelectedPixels(), area / 2) << "only the glyphs are selected";
+    EXPECT_EQ(doc.GetFloatMask()->GetBit(0, 0), 0) << "the cell's corner is background";
+    EXPECT_TRUE(doc.IsModified());
+    EXPECT_TRUE(result.outline);
+
+    // Changing the colour afterwards does not recolour the placed text.
+    context.foreground = 0x000000FF;
+    EXPECT_EQ(doc.GetFloatImage()->GetPixel(0, 0), 0x00123456u);
+
+    undo.Undo(doc);
+    EXPECT_EQ(doc.GetFloatRect(), (ImageRect{0, 0, 4, 4}));
+}
+
+TEST_F(TextPlacementTest, ItalicTextIsOneAverageCharacterWiderAndStyledTextDiffers) {
+    TextFont upright;
+    upright.height = -20;
+    TextFont italic = upright;
+    italic.italic = 1;
+    TextGlyphs glyphs;
+    ASSERT_TRUE(glyphs.SetFont(italic));
+    const int advance = QFontMetrics(glyphs.Font()).horizontalAdvance(QStringLiteral("Tamrick"));
+
+    ASSERT_EQ(Place(upright, "Tamrick", 0, 0), 1);
+    const int uprightWidth = doc.GetFloatMask()->Width();
+    const int uprightPixels = SelectedPixels();
+    ASSERT_EQ(Place(italic, "Tamrick", 0, 0), 1);
+    EXPECT_EQ(doc.GetFloatMask()->Width(), advance + glyphs.AverageCharWidth());
+    EXPECT_GT(doc.GetFloatMask()->Width(), uprightWidth);
+
+    TextFont bold = upright;
+    bold.weight = 700;
+    ASSERT_EQ(Place(bold, "Tamrick", 0, 0), 1);
+    EXPECT_GT(SelectedPixels(), uprightPixels) << "bold strokes are thicker";
+    TextFont underlined = upright;
+    underlined.underline = 1;
+    ASSERT_EQ(Place(underlined, "Tamrick", 0, 0), 1);
+    EXPECT_GT(SelectedPixels(), uprightPixels);
+}
+
+TEST_F(TextPlacementTest, EmptyTextOrShortMemoryChangesNothing) {
+    doc.CreateFloating(1, 1, 4, 4, false);
+    doc.SetFloatPosition(1, 1);
+    EXPECT_EQ(Place(TextFont{}, "", 2, 2), 0);
+    EXPECT_EQ(doc.GetFloatRect(), (ImageRect{1, 1, 5, 5}));
+    EXPECT_EQ(undo.Kind(), 0);
+
+    platform::HeapBlock::FailNextAllocations(1);
+    EXPECT_EQ(Place(TextFont{}, "text", 2, 2), 0);
+    EXPECT_EQ(presenter.ShownIds().back(), platform::IDS_DISK_SPACE_NOT_ENOUGH);
+    EXPECT_EQ(doc.GetFloatRect(), (ImageRect{1, 1, 5, 5}));
+    EXPECT_EQ(undo.Kind(), 0);
+}
+
+TEST(TextGlyphsTest, CourierNewFallsBackToTheSystemMonospaceFaceWhenAbsent) {
+    if (QFontDatabase::hasFamily(QStringLiteral("Courier New"))) {
+        GTEST_SKIP() << "Courier New is installed here";
+    }
+    TextGlyphs glyphs;
+    ASSERT_TRUE(glyphs.SetFont(TextFont{}));
+    EXPECT_EQ(glyphs.FaceInUse(),
+              QFontInfo(QFontDatabase::systemFont(QFontDatabase::FixedFont)).family().toStdString());
+    EXPECT_TRUE(QFontInfo(glyphs.Font()).fixedPitch());
+}
+
+TEST(InputTextDialogTest, EditsTheShownFieldsAndKeepsTheOthers) {
+    TextFont font;
+    font.escapement = 900;
+    font.weight = 800;
+    InputTextDialog dialog(font, "old");
+    EXPECT_EQ(dialog.FaceBox()->currentText(), QStringLiteral("Courier New"));
+    EXPECT_EQ(dialog.SizeBox()->currentText(), QStringLiteral("12"));
+    EXPECT_TRUE(dialog.BoldBox()->isChecked());
+    EXPECT_EQ(dialog.Font(), font) << "nothing touched, nothing changed";
+
+    dialog.TextEdit()->setText(QStringLiteral("new text"));
+    dialog.SizeBox()->setEditText(QStringLiteral("30"));
+    dialog.BoldBox()->setChecked(false);
+    dialog.ItalicBox()->setChecked(true);
+    dialog.StrikeOutBox()->setChecked(true);
+    const TextFont edited = dialog.Font();
+    EXPECT_EQ(dialog.Text(), "new text");
+    EXPECT_EQ(edited.height, -30);
+    EXPECT_EQ(edited.weight, 400);
+    EXPECT_EQ(edited.italic, 1);
+    EXPECT_EQ(edited.strikeOut, 1);
+    EXPECT_EQ(edited.underline, 0);
+    EXPECT_EQ(edited.escapement, 900);
+}
+
+} // namespace
