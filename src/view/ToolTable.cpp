@@ -1,6 +1,8 @@
 #include "view/ToolTable.h"
 
 #include "platform/StringTable.h"
+#include "selection/AToolSelectOval.h"
+#include "selection/AToolSelectRect.h"
 #include "view/CBriselView.h"
 
 namespace tools {
@@ -19,8 +21,8 @@ const std::vector<ToolInfo>& Table() {
     // Each row: id, palette button, factory, options dialog. Replace Make<CBriselView> by the
     // tool's own class (with its variant) when the class exists.
     static const std::vector<ToolInfo> table = {
-        {33000, 0, Make<CBriselView>, nullptr},    // Select Rectangle
-        {33001, 0, Make<CBriselView>, nullptr},    // Select Ellipse
+        {33000, 0, Make<AToolSelectRect>, nullptr}, // Select Rectangle
+        {33001, 0, Make<AToolSelectOval>, nullptr}, // Select Ellipse
         {33002, 0, Make<CBriselView>, nullptr},    // Select Pen
         {33003, 0, Make<CBriselView>, nullptr},    // Select Free Hand
         {33004, 0, Make<CBriselView>, nullptr},    // Select Magic Wand
