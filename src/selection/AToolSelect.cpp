@@ -17,10 +17,6 @@ void AToolSelect::ToolActivate() {
     m_dragMode = kIdle;
 }
 
-void AToolSelect::ToolDeactivate() {
-    m_outline.Clear();
-}
-
 CommandContext AToolSelect::Context() {
     return Host()->EditingContext();
 }
@@ -98,7 +94,7 @@ void AToolSelect::BeginFloatingDrag(const PenEvent& pen) {
     m_dragCurrent = pen.point;
     m_shownOffset = QPoint();
     // The outline stops where it is; the repaint takes it away.
-    RepaintSelection();
+    InvalidateSelection();
 }
 
 QPoint AToolSelect::FloatingDragOffset() const {
@@ -141,7 +137,7 @@ void AToolSelect::EndFloatingDrag() {
         EditMoveFloating(context, offset.x(), offset.y(), result);
     }
     m_dragMode = kIdle;
-    RepaintSelection();
+    InvalidateSelection();
     if (Window() != nullptr) {
         Window()->UpdateNow();
     }
@@ -182,60 +178,9 @@ void AToolSelect::PaintFloatingDrag(QPainter& painter) {
 
 // ---- the outline ------------------------------------------------------------------
 
-bool AToolSelect::SyncOutline(bool force) {
-    const CBriselDoc* doc = Document();
-    if (doc == nullptr) {
-        m_outline.Clear();
-        return true;
-    }
-    if (m_outlineWorkMask) {
-        return m_outline.Sync(*this, doc->GetSelectionMask(), 0, 0, force);
-    }
-    return m_outline.Sync(*this, doc->GetFloatMask(), doc->FloatX(), doc->FloatY(), force);
-}
-
 bool AToolSelect::OutlineShown() const {
     return State().outlineEnabled &&
            (State().outlineTimerOn || m_dragMode == kAdd || m_dragMode == kSubtract);
-}
-
-void AToolSelect::OutlineWorkMask(bool on) {
-    m_outlineWorkMask = on;
-}
-
-void AToolSelect::ShowOutlineNow() {
-    SyncOutline(true);
-}
-
-void AToolSelect::RefreshOutline() {
-    if (State().outlineTimerOn && State().outlineEnabled) {
-        ShowOutlineNow();
-    }
-}
-
-void AToolSelect::OnOutlineTick() {
-    if (!State().outlineEnabled) {
-        return;
-    }
-    SyncOutline(false);
-    m_outline.Tick(*this);
-}
-
-void AToolSelect::RestartOutlineIfSelected() {
-    if (Document() != nullptr && Document()->GetFloatMask() != nullptr) {
-        StartOutlineTimer();
-    }
-}
-
-void AToolSelect::RepaintSelection() {
-    InvalidateSelection();
-}
-
-bool AToolSelect::OverlayCovers(const QRegion& dirty) {
-    if (!OutlineShown() || m_dragMode != kIdle || SyncOutline(false)) {
-        return false;
-    }
-    return m_outline.Covers(dirty);
 }
 
 void AToolSelect::PaintOverlay(QPainter& painter) {
@@ -245,8 +190,5 @@ void AToolSelect::PaintOverlay(QPainter& painter) {
     if (m_dragMode == kMoveFloating) {
         PaintFloatingDrag(painter);
     }
-    if (OutlineShown()) {
-        SyncOutline(false);
-        m_outline.Paint(painter);
-    }
+    AToolOutlineView::PaintOverlay(painter);
 }

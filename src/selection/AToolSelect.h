@@ -1,16 +1,15 @@
 #pragma once
 
 #include "image/CommandContext.h"
+#include "selection/AToolOutlineView.h"
 #include "selection/MagicWand.h"
-#include "view/CBriselView.h"
-#include "view/MarchingOutline.h"
 
 #include <QPoint>
 #include <QRect>
 
 // The base of the selection tools (and of the text tool). It classifies every
 // pen press, drags the floating selection when the press lands on it, and
-// shows the selection's animated dotted outline; everything else a press
+// shows the selection's animated dotted outline (AToolOutlineView); everything else a press
 // starts is left to the derived tool through the shape hooks below.
 //
 // Press classification (the drag mode):
@@ -33,26 +32,21 @@
 // A tool that draws a preview overrides PaintOverlay and calls this class's
 // PaintOverlay first. CancelDrag() turns a running drag into kCancelled, which
 // the pen-up ignores.
-class AToolSelect : public CBriselView {
+class AToolSelect : public AToolOutlineView {
 public:
     enum DragMode { kIdle = 0, kNew = 1, kAdd = 2, kSubtract = 3, kMoveFloating = 4, kCancelled = 5 };
 
     void ToolActivate() override;
-    void ToolDeactivate() override;
     void OnPenDown(const PenEvent& pen) override;
     void OnPenMove(const PenEvent& pen) override;
     void OnPenUp(const PenEvent& pen) override;
-    void OnOutlineTick() override;
-    void RefreshOutline() override;
     void PaintOverlay(QPainter& painter) override;
-    bool OverlayCovers(const QRegion& dirty) override;
 
     int DragMode() const { return m_dragMode; }
     // The drag mode a press at `image` with `modifiers` gets.
     int ClassifyPress(QPoint image, Qt::KeyboardModifiers modifiers) const;
     // kNew, kAdd, kSubtract as the engines name them.
     static WandCombine CombineOf(int dragMode);
-    const MarchingOutline& Outline() const { return m_outline; }
 
 protected:
     virtual bool AcceptsPress(QPoint) const { return true; }
@@ -62,19 +56,10 @@ protected:
 
     void CancelDrag() { m_dragMode = kCancelled; }
     CommandContext Context();
-    // The outline follows the work mask (the whole-picture selection mask)
-    // instead of the floating selection while set; the pen selection paints
-    // there before anything floats.
-    void OutlineWorkMask(bool on);
-    // Rebuilds the outline and marks all of it for repainting.
-    void ShowOutlineNow();
     // The outline is drawn while the timer runs, and kept still while a shape
     // is being added to or subtracted from the selection.
-    bool OutlineShown() const;
-    // Restarts the animation when a selection exists.
-    void RestartOutlineIfSelected();
-    // Repaints the selection's screen area, widened by the zoom.
-    void RepaintSelection();
+    bool OutlineShown() const override;
+    bool PreviewActive() const override { return m_dragMode != kIdle; }
 
     // Drag points in client coordinates.
     QPoint m_dragStart;
@@ -93,10 +78,7 @@ private:
     // by `offset`, clipped to the picture's screen area.
     QRect FloatingDragArea(QPoint offset) const;
     void PaintFloatingDrag(QPainter& painter);
-    bool SyncOutline(bool force);
 
     int m_dragMode = kIdle;
     QPoint m_shownOffset;
-    bool m_outlineWorkMask = false;
-    MarchingOutline m_outline;
 };

@@ -17,7 +17,7 @@ void AToolSelectBox::BeginShape(const PenEvent& pen, QPoint) {
     StopOutlineTimer();
     if (DragMode() == kNew) {
         // The old outline goes at once; the new box replaces the selection.
-        RepaintSelection();
+        InvalidateSelection();
         Window()->UpdateNow();
     }
     m_boxStart = pen.point;
@@ -49,7 +49,7 @@ void AToolSelectBox::FinishShape(const PenEvent&, QPoint) {
 void AToolSelectBox::SelectBox(const QRect& screenBox) {
     CommandContext context = Context();
     CBriselDoc& doc = context.doc;
-    RepaintSelection();
+    InvalidateSelection();
     if (screenBox.width() <= 1 || screenBox.height() <= 1) {
         // A box without width or height ends the selection and makes none.
         context.undo.RecordWithWarning(doc, 5);
