@@ -79,6 +79,15 @@ void MarchingOutline::Tick(CBriselView& view) {
     }
 }
 
+void MarchingOutline::Invalidate(CBriselView& view) const {
+    if (view.Window() == nullptr || m_outline.IsEmpty()) {
+        return;
+    }
+    std::vector<QPoint> pixels;
+    m_outline.ForEachPixel([&pixels](int x, int y) { pixels.emplace_back(x, y); });
+    InvalidateClientRegion(*view.Window(), PixelRegion(pixels));
+}
+
 void MarchingOutline::Paint(QPainter& painter) const {
     if (m_outline.IsEmpty()) {
         return;

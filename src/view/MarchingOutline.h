@@ -25,6 +25,8 @@ public:
 
     // One animation step: marks the pixels that change colour for repainting.
     void Tick(CBriselView& view);
+    // Marks every outline pixel for repainting (to take the outline away).
+    void Invalidate(CBriselView& view) const;
     // Draws every outline pixel at the current phase.
     void Paint(QPainter& painter) const;
     // True when `dirty` holds only pixels that the last tick changed and the

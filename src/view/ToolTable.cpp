@@ -1,6 +1,9 @@
 #include "view/ToolTable.h"
 
+#include "dialogs/MagicWandDialog.h"
 #include "platform/StringTable.h"
+#include "selection/AToolSelectMagic.h"
+#include "selection/AToolSelectMove.h"
 #include "selection/AToolSelectOval.h"
 #include "selection/AToolSelectRect.h"
 #include "view/CBriselView.h"
@@ -25,8 +28,8 @@ const std::vector<ToolInfo>& Table() {
         {33001, 0, Make<AToolSelectOval>, nullptr}, // Select Ellipse
         {33002, 0, Make<CBriselView>, nullptr},    // Select Pen
         {33003, 0, Make<CBriselView>, nullptr},    // Select Free Hand
-        {33004, 0, Make<CBriselView>, nullptr},    // Select Magic Wand
-        {33005, 0, Make<CBriselView>, nullptr},    // Move Selection
+        {33004, 0, Make<AToolSelectMagic>, OpenMagicWandOptions}, // Select Magic Wand
+        {33005, 0, Make<AToolSelectMove>, nullptr}, // Move Selection
         {33006, 1, Make<CBriselView>, nullptr},    // Draw Rectangle
         {33007, 1, Make<CBriselView>, nullptr},    // Draw Ellipse
         {33008, 1, Make<CBriselView>, nullptr},    // Draw Line

@@ -37,7 +37,12 @@ protected:
     };
 
     template <typename Tool> Tool& Open(int width, int height, QSize window = QSize(240, 180)) {
-        host.doc.SetPicture(MakeGradientImage(width, height));
+        return Open<Tool>(MakeGradientImage(width, height), window);
+    }
+    template <typename Tool> Tool& Open(std::unique_ptr<CDibImage> picture, QSize window = QSize(240, 180)) {
+        const int width = picture->Width();
+        const int height = picture->Height();
+        host.doc.SetPicture(std::move(picture));
         host.doc.SetMask(CreateMask(width, height, true));
         view.resize(window);
         view.View()->Attach(&view, &host.doc, &host);
@@ -61,6 +66,9 @@ protected:
     }
     void Release(QPoint image, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         QTest::mouseRelease(view.viewport(), Qt::LeftButton, modifiers, Screen(image));
+    }
+    void Tap(QPoint image, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, modifiers, Screen(image));
     }
     void Drag(QPoint from, QPoint to, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         Press(from, modifiers);
