@@ -13,6 +13,7 @@
 #include <QMouseEvent>
 #include <QTest>
 #include <gtest/gtest.h>
+#include <initializer_list>
 #include <memory>
 #include <string>
 
@@ -69,6 +70,15 @@ protected:
     }
     void Tap(QPoint image, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         QTest::mouseClick(view.viewport(), Qt::LeftButton, modifiers, Screen(image));
+    }
+    // The pen's path through `corners`, pressed at the first and released at the last.
+    void Trace(std::initializer_list<QPoint> corners, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        auto it = corners.begin();
+        Press(*it, modifiers);
+        for (++it; it != corners.end(); ++it) {
+            Move(*it, modifiers);
+        }
+        Release(*(corners.end() - 1), modifiers);
     }
     void Drag(QPoint from, QPoint to, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         Press(from, modifiers);
