@@ -1,6 +1,13 @@
 #include "view/ToolTable.h"
 
+#include "dialogs/MagicWandDialog.h"
 #include "platform/StringTable.h"
+#include "selection/AToolSelectFree.h"
+#include "selection/AToolSelectMagic.h"
+#include "selection/AToolSelectMove.h"
+#include "selection/AToolSelectOval.h"
+#include "selection/AToolSelectPen.h"
+#include "selection/AToolSelectRect.h"
 #include "view/CBriselView.h"
 
 namespace tools {
@@ -19,12 +26,12 @@ const std::vector<ToolInfo>& Table() {
     // Each row: id, palette button, factory, options dialog. Replace Make<CBriselView> by the
     // tool's own class (with its variant) when the class exists.
     static const std::vector<ToolInfo> table = {
-        {33000, 0, Make<CBriselView>, nullptr},    // Select Rectangle
-        {33001, 0, Make<CBriselView>, nullptr},    // Select Ellipse
-        {33002, 0, Make<CBriselView>, nullptr},    // Select Pen
-        {33003, 0, Make<CBriselView>, nullptr},    // Select Free Hand
-        {33004, 0, Make<CBriselView>, nullptr},    // Select Magic Wand
-        {33005, 0, Make<CBriselView>, nullptr},    // Move Selection
+        {33000, 0, Make<AToolSelectRect>, nullptr}, // Select Rectangle
+        {33001, 0, Make<AToolSelectOval>, nullptr}, // Select Ellipse
+        {33002, 0, Make<AToolSelectPen>, nullptr}, // Select Pen
+        {33003, 0, Make<AToolSelectFree>, nullptr}, // Select Free Hand
+        {33004, 0, Make<AToolSelectMagic>, OpenMagicWandOptions}, // Select Magic Wand
+        {33005, 0, Make<AToolSelectMove>, nullptr}, // Move Selection
         {33006, 1, Make<CBriselView>, nullptr},    // Draw Rectangle
         {33007, 1, Make<CBriselView>, nullptr},    // Draw Ellipse
         {33008, 1, Make<CBriselView>, nullptr},    // Draw Line
