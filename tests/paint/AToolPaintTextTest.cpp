@@ -1,3 +1,5 @@
+#include "paint/AToolPaintText.h"
+#include "app/AppTestSupport.h"
 #include "dialogs/InputTextDialog.h"
 #include "image/CommandContext.h"
 #include "image/DocumentFixture.h"
@@ -5,6 +7,7 @@
 #include "paint/TextGlyphs.h"
 #include "paint/TextPlacement.h"
 #include "platform/StringTable.h"
+#include "selection/SelectToolFixture.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -140,6 +143,64 @@ TEST(InputTextDialogTest, EditsTheShownFieldsAndKeepsTheOthers) {
     EXPECT_EQ(edited.strikeOut, 1);
     EXPECT_EQ(edited.underline, 0);
     EXPECT_EQ(edited.escapement, 900);
+}
+
+class AToolPaintTextTest : public SelectToolTest {
+protected:
+    // Answers the next "Input Text" dialog with `text`, or cancels it.
+    void Answer(const QString& text, bool ok = true) {
+        WithNextDialog([text, ok](QDialog* dialog) {
+            auto* input = qobject_cast<InputTextDialog*>(dialog);
+            ASSERT_NE(input, nullptr);
+            input->TextEdit()->setText(text);
+            input->ItalicBox()->setChecked(true);
+            ok ? input->accept() : input->reject();
+        });
+    }
+};
+
+TEST_F(AToolPaintTextTest, ATapAsksForTextAndFloatsItThereInTheForegroundColour) {
+    auto& tool = Open<AToolPaintText>(60, 40);
+    Answer(QStringLiteral("Hi"), false);
+    Tap(QPoint(10, 5));
+    EXPECT_EQ(Selection(), ImageRect{});
+    EXPECT_EQ(host.undo.Kind(), 0) << "cancelled: nothing changes";
+
+    Answer(QStringLiteral("Hi"));
+    Tap(QPoint(10, 5));
+    TextGlyphs glyphs;
+    ASSERT_TRUE(glyphs.SetFont(tool.Font()));
+    EXPECT_TRUE(tool.Font().italic) << "the dialog's choice";
+    EXPECT_EQ(Selection(), (ImageRect{10, 5, 10 + glyphs.Width("Hi"), 5 + glyphs.Height()}));
+    EXPECT_EQ(host.doc.GetFloatImage()->GetPixel(0, 0), 0x00FF0000u) << "the host's pure blue";
+    EXPECT_EQ(host.undo.Kind(), 5);
+    EXPECT_EQ(TextFont::Read(), tool.Font()) << "the font is saved for the next time";
+    EXPECT_EQ(TextFont::ReadInput(), "Hi");
+    TextFont{}.Write();
+
+    // A press on the floating text drags it; no new text is asked for.
+    QPoint glyph;
+    for (int x = 0; x < Selection().right - 10 && glyph.isNull(); ++x) {
+        for (int y = 0; y < Selection().bottom - 5; ++y) {
+            if (Selected(10 + x, 5 + y)) {
+                glyph = QPoint(10 + x, 5 + y);
+                break;
+            }
+        }
+    }
+    ASSERT_FALSE(glyph.isNull());
+    auto asked = std::make_shared<bool>(false);
+    WithNextDialog([asked](QDialog* dialog) {
+        *asked = dialog != nullptr;
+        if (dialog != nullptr) {
+            dialog->reject();
+        }
+    });
+    Drag(glyph, glyph + QPoint(7, 3));
+    QApplication::processEvents();
+    EXPECT_FALSE(*asked);
+    EXPECT_EQ(host.doc.FloatX(), 17);
+    EXPECT_EQ(host.undo.Kind(), 3);
 }
 
 } // namespace
