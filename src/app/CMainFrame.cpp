@@ -224,11 +224,26 @@ bool CMainFrame::ToolBarVisible() const {
     return m_palette->isVisibleTo(const_cast<CMainFrame*>(this));
 }
 
+// Undo and Redo may bring a selection back or take it away: the outline
+// animation runs exactly while one floats.
+static void OutlineFollowsSelection(CBriselView* view, const CBriselDoc& doc) {
+    if (view == nullptr) {
+        return;
+    }
+    if (doc.GetFloatMask() != nullptr) {
+        view->StartOutlineTimer();
+    } else {
+        view->StopOutlineTimer();
+    }
+}
+
 void CMainFrame::OnUndo() {
     m_undo.Undo(m_doc);
+    OutlineFollowsSelection(View(), m_doc);
 }
 void CMainFrame::OnRedo() {
     m_undo.Redo(m_doc);
+    OutlineFollowsSelection(View(), m_doc);
 }
 
 void CMainFrame::OnImageCommand(int id) {

@@ -86,6 +86,19 @@ void AToolSelect::OnPenUp(const PenEvent& pen) {
     m_dragMode = kIdle;
 }
 
+bool AToolSelect::OnKeyDown(int key) {
+    if (key != Qt::Key_Escape) {
+        return CBriselView::OnKeyDown(key);
+    }
+    if (m_dragMode == kMoveFloating) {
+        CancelFloatingDrag();
+    } else if (m_dragMode >= kNew && m_dragMode <= kSubtract && CancelShape()) {
+        m_dragMode = kCancelled;
+        RestartOutlineIfSelected();
+    }
+    return true;
+}
+
 // ---- dragging the floating selection ----------------------------------------------
 
 void AToolSelect::BeginFloatingDrag(const PenEvent& pen) {
@@ -142,6 +155,15 @@ void AToolSelect::EndFloatingDrag() {
         Window()->UpdateNow();
     }
     StartOutlineTimer();
+}
+
+void AToolSelect::CancelFloatingDrag() {
+    if (Window() != nullptr) {
+        Window()->InvalidateClient(FloatingDragArea(m_shownOffset));
+    }
+    m_shownOffset = QPoint();
+    m_dragMode = kCancelled;
+    RestartOutlineIfSelected();
 }
 
 // The picture under both places of the floating selection is rendered again

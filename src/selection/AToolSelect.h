@@ -28,7 +28,10 @@
 //                    (default: everywhere, also beside the picture);
 //   BeginShape     - pen down; the drag mode is already set;
 //   ContinueShape  - each pen move while the pen is down;
-//   FinishShape    - pen up; the drag mode returns to kIdle afterwards.
+//   FinishShape    - pen up; the drag mode returns to kIdle afterwards;
+//   CancelShape    - Esc while the pen is down: take the preview away and
+//                    return true, or false when the shape cannot be taken back
+//                    (default), in which case the drag goes on.
 // A tool that draws a preview overrides PaintOverlay and calls this class's
 // PaintOverlay first. CancelDrag() turns a running drag into kCancelled, which
 // the pen-up ignores.
@@ -40,6 +43,8 @@ public:
     void OnPenDown(const PenEvent& pen) override;
     void OnPenMove(const PenEvent& pen) override;
     void OnPenUp(const PenEvent& pen) override;
+    // Esc cancels a drag that can be taken back; other keys scroll.
+    bool OnKeyDown(int key) override;
     void PaintOverlay(QPainter& painter) override;
 
     int DragMode() const { return m_dragMode; }
@@ -53,6 +58,7 @@ protected:
     virtual void BeginShape(const PenEvent&, QPoint) {}
     virtual void ContinueShape(const PenEvent&, QPoint) {}
     virtual void FinishShape(const PenEvent&, QPoint) {}
+    virtual bool CancelShape() { return false; }
 
     void CancelDrag() { m_dragMode = kCancelled; }
     CommandContext Context();
@@ -73,6 +79,7 @@ private:
     void BeginFloatingDrag(const PenEvent& pen);
     void ContinueFloatingDrag(const PenEvent& pen);
     void EndFloatingDrag();
+    void CancelFloatingDrag();
     QPoint FloatingDragOffset() const;
     // Screen rectangle of the floating selection at its place and displaced
     // by `offset`, clipped to the picture's screen area.

@@ -46,6 +46,12 @@ void AToolSelectBox::FinishShape(const PenEvent&, QPoint) {
     Window()->UpdateNow();
 }
 
+bool AToolSelectBox::CancelShape() {
+    m_captureHeld = false;
+    m_band.Hide(Window());
+    return true;
+}
+
 void AToolSelectBox::SelectBox(const QRect& screenBox) {
     CommandContext context = Context();
     CBriselDoc& doc = context.doc;

@@ -19,6 +19,7 @@ protected:
     void BeginShape(const PenEvent& pen, QPoint image) override;
     void ContinueShape(const PenEvent& pen, QPoint image) override;
     void FinishShape(const PenEvent& pen, QPoint image) override;
+    bool CancelShape() override;
 
 private:
     void SelectBox(const QRect& screenBox);

@@ -71,6 +71,12 @@ void AToolSelectFree::FinishShape(const PenEvent&, QPoint) {
     RestartOutlineIfSelected();
 }
 
+bool AToolSelectFree::CancelShape() {
+    InvalidatePath();
+    m_points.clear();
+    return true;
+}
+
 void AToolSelectFree::PaintOverlay(QPainter& painter) {
     AToolSelect::PaintOverlay(painter);
     if (m_points.size() < 2) {

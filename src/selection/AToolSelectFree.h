@@ -19,6 +19,7 @@ protected:
     void BeginShape(const PenEvent& pen, QPoint image) override;
     void ContinueShape(const PenEvent& pen, QPoint image) override;
     void FinishShape(const PenEvent& pen, QPoint image) override;
+    bool CancelShape() override;
 
 private:
     QPoint PathPointOnScreen(const OutlineEntry& point) const;

@@ -134,3 +134,28 @@ TEST_F(AToolSelectTest, OutlineFollowsScrollingAndZoom) {
 }
 
 } // namespace
+
+namespace {
+
+TEST_F(AToolSelectTest, EscapeCancelsADragAndThePenUpThen) {
+    Open<AToolSelectRect>(60, 40);
+    Drag({10, 10}, {19, 19});
+    host.undo.Empty();
+    // A floating drag goes back.
+    Press({12, 12});
+    Move({30, 30});
+    QTest::keyClick(&view, Qt::Key_Escape);
+    Release({30, 30});
+    EXPECT_EQ(Selection(), (ImageRect{10, 10, 20, 20}));
+    // A new rectangle is not made, and the old selection stays with its outline.
+    Press({30, 5});
+    Move({40, 15});
+    QTest::keyClick(&view, Qt::Key_Escape);
+    EXPECT_FALSE(static_cast<AToolSelectBox&>(View()).Band().Visible());
+    Release({40, 15});
+    EXPECT_EQ(Selection(), (ImageRect{10, 10, 20, 20}));
+    EXPECT_EQ(host.undo.Kind(), 0);
+    EXPECT_TRUE(view.OutlineTimerActive());
+}
+
+} // namespace
