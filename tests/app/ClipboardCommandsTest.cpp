@@ -116,7 +116,7 @@ TEST_F(ClipboardCommandsTest, AnotherProgramsImageIsPastedAsTrueColourWithAFullM
     foreign.fill(qRgb(10, 20, 30));
     foreign.setPixel(4, 2, qRgba(0, 0, 0, 0)); // transparent: pasted as white
     QGuiApplication::clipboard()->setImage(foreign);
-    ASSERT_TRUE(Enabled(cmd::kPaste));
+    ASSERT_TRUE(router().Action(cmd::kPaste)->isEnabled()) << "enabled as soon as the clipboard changes";
     Press(Qt::Key_V);
     ASSERT_NE(doc().GetFloatImage(), nullptr);
     const CDibImage& pasted = *doc().GetFloatImage();
