@@ -55,7 +55,6 @@ bool AToolSelectBox::CancelShape() {
 void AToolSelectBox::SelectBox(const QRect& screenBox) {
     CommandContext context = Context();
     CBriselDoc& doc = context.doc;
-    InvalidateSelection();
     if (screenBox.width() <= 1 || screenBox.height() <= 1) {
         // A box without width or height ends the selection and makes none.
         context.undo.RecordWithWarning(doc, 5);

@@ -11,7 +11,6 @@ bool AToolSelectMagic::AcceptsPress(QPoint image) const {
 void AToolSelectMagic::BeginShape(const PenEvent&, QPoint image) {
     const WandSettings settings = WandSettings::Read();
     StopOutlineTimer();
-    InvalidateSelection();
     CommandContext context = Context();
     RunMagicWand(context, image.x(), image.y(), CombineOf(DragMode()), settings.tolerance,
                  settings.continuous);

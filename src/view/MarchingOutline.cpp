@@ -5,6 +5,7 @@
 #include "view/CViewWindow.h"
 #include "view/ClientRegion.h"
 
+#include <QPaintEngine>
 #include <QPainter>
 #include <QPolygon>
 #include <cstdlib>
@@ -98,8 +99,18 @@ void MarchingOutline::Paint(QPainter& painter) const {
     // A pixel turns white when its value reaches 0 and black when it reaches
     // 4 (the only changes a tick makes), so between ticks it is white for the
     // values 5, 6, 7 and 0.
-    m_outline.ForEachPixel(
-        [&](int x, int y) { (((phase + x + y + 3) & 7) < 4 ? white : black).append(QPoint(x, y)); });
+    // Only the pixels inside the area being repainted are drawn (a tick's
+    // repaint covers a few of them).
+    const QPaintEngine* engine = painter.paintEngine();
+    // The clip is kept in the coordinates of the device (the window's backing store).
+    const QRect deviceDirty = engine != nullptr ? engine->systemClip().boundingRect() : QRect();
+    const QRect dirty = painter.deviceTransform().inverted().mapRect(deviceDirty).adjusted(-1, -1, 1, 1);
+    const bool everywhere = deviceDirty.isEmpty();
+    m_outline.ForEachPixel([&](int x, int y) {
+        if (everywhere || dirty.contains(x, y)) {
+            (((phase + x + y + 3) & 7) < 4 ? white : black).append(QPoint(x, y));
+        }
+    });
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.setPen(QPen(Qt::white, 0));

@@ -80,7 +80,8 @@ TEST_F(AToolSelectTest, OutlineTickRepaintsOnlyThePixelsThatChange) {
     View().ZoomMagnify(2);
     Drag({10, 10}, {29, 24});
     QTest::qWait(20);
-    const QImage before = Shot();
+    const QImage before = Shown();
+    ASSERT_EQ(before, Shot());
     PaintSpy spy;
     view.viewport()->installEventFilter(&spy);
     View().OnTimerTick();
@@ -104,7 +105,7 @@ TEST_F(AToolSelectTest, OutlineTickRepaintsOnlyThePixelsThatChange) {
     EXPECT_LT(expected.rectCount() * 3, outlinePixels);
 
     // The screen changed there only, to white and black dashes.
-    const QImage after = Shot();
+    const QImage after = Shown();
     for (int y = 0; y < after.height(); ++y) {
         for (int x = 0; x < after.width(); ++x) {
             if (!expected.contains(QPoint(x, y))) {

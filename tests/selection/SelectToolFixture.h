@@ -11,6 +11,7 @@
 
 #include <QApplication>
 #include <QMouseEvent>
+#include <QScreen>
 #include <QTest>
 #include <gtest/gtest.h>
 #include <initializer_list>
@@ -94,7 +95,16 @@ protected:
         const CDibImage* mask = host.doc.GetFloatMask();
         return mask != nullptr && mask->GetBit(x - host.doc.FloatX(), y - host.doc.FloatY()) != 0;
     }
+    // The viewport painted afresh.
     QImage Shot() { return view.viewport()->grab().toImage(); }
+    // What the window shows now: the viewport's part of the window's backing
+    // store, with only the repaints that were asked for.
+    QImage Shown() {
+        const QPoint at = view.viewport()->mapTo(&view, QPoint(0, 0));
+        return view.screen()
+            ->grabWindow(view.winId(), at.x(), at.y(), view.viewport()->width(), view.viewport()->height())
+            .toImage();
+    }
 
     Host host;
     CViewWindow view;
