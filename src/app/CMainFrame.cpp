@@ -20,6 +20,7 @@
 #include "view/ToolSwitch.h"
 #include "view/ToolTable.h"
 
+#include <QClipboard>
 #include <QCloseEvent>
 #include <QColorDialog>
 #include <QGuiApplication>
@@ -79,6 +80,8 @@ CMainFrame::CMainFrame(CBriselApp* app, CBriselDoc& doc, CDisplayRenderer& rende
     m_palette->HighlightTool(m_toolId);
 
     m_observerId = m_doc.AddViewObserver([this](int hint) { OnDocumentChanged(hint); });
+    // Paste follows what any program puts on the clipboard.
+    connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, m_router, &CommandRouter::UpdateAll);
     SetBaseCaption(QString::fromUtf8(platform::LoadString(platform::IDS_PRODUCT_NAME).data()));
     m_router->UpdateAll();
 }
@@ -221,11 +224,26 @@ bool CMainFrame::ToolBarVisible() const {
     return m_palette->isVisibleTo(const_cast<CMainFrame*>(this));
 }
 
+// Undo and Redo may bring a selection back or take it away: the outline
+// animation runs exactly while one floats.
+static void OutlineFollowsSelection(CBriselView* view, const CBriselDoc& doc) {
+    if (view == nullptr) {
+        return;
+    }
+    if (doc.GetFloatMask() != nullptr) {
+        view->StartOutlineTimer();
+    } else {
+        view->StopOutlineTimer();
+    }
+}
+
 void CMainFrame::OnUndo() {
     m_undo.Undo(m_doc);
+    OutlineFollowsSelection(View(), m_doc);
 }
 void CMainFrame::OnRedo() {
     m_undo.Redo(m_doc);
+    OutlineFollowsSelection(View(), m_doc);
 }
 
 void CMainFrame::OnImageCommand(int id) {
@@ -245,10 +263,12 @@ void CMainFrame::OnImageCommand(int id) {
 }
 
 void CMainFrame::OnEditCommand(int id) {
-    const EditCommand* command = FindEditCommand(id);
-    if (command == nullptr) {
-        return;
+    if (const EditCommand* command = FindEditCommand(id)) {
+        RunEditCommand(command->run);
     }
+}
+
+void CMainFrame::RunEditCommand(const std::function<int(CommandContext&, EditResult&)>& command) {
     CBriselView* view = View();
     view->StopOutlineTimer();
     view->InvalidateSelection();
@@ -256,7 +276,7 @@ void CMainFrame::OnEditCommand(int id) {
     EditResult result;
     {
         platform::WaitCursor wait;
-        command->run(context, result);
+        command(context, result);
     }
     if (result.imageSizeChanged) {
         view->OnUpdate(CBriselDoc::kHintImageSize);

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "image/CUndoRecord.h"
+#include "ops/EditCommands.h"
 #include "view/ViewHost.h"
 
 #include <QMainWindow>
+#include <functional>
 #include <memory>
 
 class CBriselApp;
@@ -55,6 +57,9 @@ public:
     // An Edit menu command of the edit-command table, with the view following
     // up: repaint, new picture size, selection outline on or off.
     void OnEditCommand(int id);
+    // Runs one edit command under the wait cursor with the selection outline
+    // stopped, then repaints and restarts the outline as the result says.
+    void RunEditCommand(const std::function<int(CommandContext&, EditResult&)>& command);
 
     // Shared state.
     ColorWord Foreground() const { return m_colors[0]; }

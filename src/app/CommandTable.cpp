@@ -2,6 +2,8 @@
 
 #include "app/CBriselApp.h"
 #include "app/CMainFrame.h"
+#include "app/ClipboardCommands.h"
+#include "app/ClipboardExchange.h"
 #include "app/CommandIds.h"
 #include "dialogs/CommandDialogs.h"
 #include "formats/CDocumentFiles.h"
@@ -12,9 +14,6 @@
 #include "view/ToolTable.h"
 #include "view/ZoomRules.h"
 
-#include <QClipboard>
-#include <QGuiApplication>
-#include <QMimeData>
 #include <algorithm>
 #include <deque>
 #include <string>
@@ -32,9 +31,8 @@ bool HasDocument(const T& t) {
 bool HasSelection(const T& t) {
     return HasDocument(t) && t.doc->GetFloatMask() != nullptr;
 }
-bool ClipboardHasPicture(const T&) {
-    const QMimeData* data = QGuiApplication::clipboard()->mimeData();
-    return data != nullptr && data->hasImage();
+bool ClipboardHasPicture(const T& t) {
+    return HasDocument(t) && ClipboardExchange::HasPicture();
 }
 
 int ImageWidth(const T& t) {
@@ -161,11 +159,14 @@ std::vector<CommandEntry> BuildTable() {
          [](const T& t) { return t.frame.UndoRecord().CanUndo(t.doc); }, nullptr, false},
         {cmd::kRedo, "Edit", nullptr, "Redo", "Ctrl+Y", F, [](T& t) { t.frame.OnRedo(); },
          [](const T& t) { return t.frame.UndoRecord().CanRedo(t.doc); }, nullptr, false},
-        {cmd::kCut, "Edit", nullptr, "Cut", "Ctrl+X", F, nullptr, HasSelection, nullptr, true},
-        {cmd::kCopy, "Edit", nullptr, "Copy", "Ctrl+C", F, nullptr, HasDocument, nullptr, false},
-        {cmd::kPaste, "Edit", nullptr, "Paste", "Ctrl+V", F, nullptr, ClipboardHasPicture, nullptr, false},
-        {cmd::kPasteAsNew, "Edit", nullptr, "Paste as New", nullptr, F, nullptr, ClipboardHasPicture, nullptr,
-         false},
+        {cmd::kCut, "Edit", nullptr, "Cut", "Ctrl+X", F, [](T& t) { ClipboardCommands::Cut(t.frame); },
+         HasSelection, nullptr, true},
+        {cmd::kCopy, "Edit", nullptr, "Copy", "Ctrl+C", F, [](T& t) { ClipboardCommands::Copy(t.frame); },
+         HasDocument, nullptr, false},
+        {cmd::kPaste, "Edit", nullptr, "Paste", "Ctrl+V", F, [](T& t) { ClipboardCommands::Paste(t.frame); },
+         ClipboardHasPicture, nullptr, false},
+        {cmd::kPasteAsNew, "Edit", nullptr, "Paste as New", nullptr, F,
+         [](T& t) { ClipboardCommands::PasteAsNew(t.frame); }, ClipboardHasPicture, nullptr, false},
         {cmd::kClear, "Edit", nullptr, "Clear", nullptr, F, nullptr, HasSelection, nullptr, false},
         {cmd::kCrop, "Edit", nullptr, "Crop", nullptr, F, nullptr, HasSelection, nullptr, false},
         {cmd::kFill, "Edit", nullptr, "&Fill...", nullptr, F, nullptr, HasDocument, nullptr, false},

@@ -43,7 +43,7 @@ int PackClipboardPayload(const CBriselDoc& doc, ClipboardPayload& payload) {
 
 int UnpackClipboardPayload(const std::uint8_t* picture, std::size_t pictureSize, const std::uint8_t* mask,
                            std::size_t maskSize, std::unique_ptr<CDibImage>& image,
-                           std::unique_ptr<CDibImage>& imageMask) {
+                           std::unique_ptr<CDibImage>& imageMask, bool* maskGiven) {
     image.reset();
     imageMask.reset();
     if (picture == nullptr) {
@@ -65,6 +65,9 @@ int UnpackClipboardPayload(const std::uint8_t* picture, std::size_t pictureSize,
         if (!fits) {
             newMask.reset();
         }
+    }
+    if (maskGiven != nullptr) {
+        *maskGiven = newMask != nullptr;
     }
     if (!newMask) {
         newMask = CreateMask(newImage->Width(), newImage->Height(), false);

@@ -27,8 +27,9 @@ int PackClipboardPayload(const CBriselDoc& doc, ClipboardPayload& payload);
 // The picture and mask of a paste. A picture that is not 24 bits per pixel is
 // refused with the "true color" message; a picture or mask that cannot be made
 // from the data ends silently. Without a mask block (or with one that does not
-// fit the picture), `mask` is a full mask of the picture's size. Returns 1 on
+// fit the picture), `mask` is a full mask of the picture's size, and
+// `maskGiven` (when asked for) tells which of the two it is. Returns 1 on
 // success.
 int UnpackClipboardPayload(const std::uint8_t* picture, std::size_t pictureSize, const std::uint8_t* mask,
                            std::size_t maskSize, std::unique_ptr<CDibImage>& image,
-                           std::unique_ptr<CDibImage>& imageMask);
+                           std::unique_ptr<CDibImage>& imageMask, bool* maskGiven = nullptr);

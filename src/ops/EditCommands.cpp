@@ -233,3 +233,41 @@ int EditPasteFloating(CommandContext& context, std::unique_ptr<CDibImage> image,
     Widen(area, SelectionArea(doc));
     return Finish(result, doc, area);
 }
+
+int EditPasteAsNew(CommandContext& context, std::unique_ptr<CDibImage> image, std::unique_ptr<CDibImage> mask,
+                   EditResult& result) {
+    CBriselDoc& doc = context.doc;
+    if (!image) {
+        return 0;
+    }
+    // Everything is made before the document changes, so that a lack of
+    // memory leaves it as it was.
+    auto emptyMask = CreateMask(image->Width(), image->Height(), true);
+    std::unique_ptr<CDibImage> floating;
+    if (emptyMask && mask) {
+        floating = DuplicateImage(image.get());
+    }
+    if (!emptyMask || (mask && !floating)) {
+        platform::ShowMessage(platform::IDS_MEMORY_NOT_ENOUGH, platform::MB_ICONEXCLAMATION);
+        return 0;
+    }
+    const ImageRect oldArea = PictureArea(doc);
+    context.undo.Record(doc, 0);
+    doc.DiscardFloating();
+    if (mask) {
+        image->Clear(context.background);
+    }
+    doc.SetPicture(std::move(image));
+    doc.SetMask(std::move(emptyMask));
+    doc.SetFloatPosition(0, 0);
+    if (mask) {
+        doc.SetFloatImage(std::move(floating));
+        doc.SetFloatMask(std::move(mask));
+    }
+    doc.SetModifiedFlag();
+    doc.UpdateAllViews(CBriselDoc::kHintImageSize);
+    result.imageSizeChanged = true;
+    ImageRect area = oldArea;
+    Widen(area, PictureArea(doc));
+    return Finish(result, doc, area);
+}

@@ -7,6 +7,7 @@
 #include "paint/DirectionalWalk.h"
 #include "paint/PixelAccess.h"
 #include "platform/HeapBlock.h"
+#include "platform/Settings.h"
 #include "platform/WaitCursor.h"
 
 #include <algorithm>
@@ -164,4 +165,16 @@ int RunMagicWand(CommandContext& context, int x, int y, WandCombine combine, int
     }
     doc.FloatSelection();
     return doc.GetFloatMask() != nullptr ? 1 : 0;
+}
+
+WandSettings WandSettings::Read() {
+    WandSettings settings;
+    settings.tolerance = std::clamp(platform::Settings::ReadInt("MagicWand", "Tolerance", 32), 0, 255);
+    settings.continuous = platform::Settings::ReadInt("MagicWand", "Continuous", 1) != 0;
+    return settings;
+}
+
+void WandSettings::Write() const {
+    platform::Settings::WriteInt("MagicWand", "Tolerance", tolerance);
+    platform::Settings::WriteInt("MagicWand", "Continuous", continuous ? 1 : 0);
 }

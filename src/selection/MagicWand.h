@@ -7,6 +7,16 @@ class CDibImage;
 // of the tapped pixel's colour in the work mask, then lifts the floating
 // selection out of it.
 
+// The wand's settings, section "MagicWand": "Tolerance" (0..255, default 32)
+// and "Continuous" (1 = the connected area only, default 1).
+struct WandSettings {
+    int tolerance = 32;
+    bool continuous = true;
+
+    static WandSettings Read();
+    void Write() const;
+};
+
 // How a wand tap combines with the current selection.
 enum class WandCombine { New = 1, Add = 2, Subtract = 3 };
 

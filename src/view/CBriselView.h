@@ -11,6 +11,7 @@ class CBriselDoc;
 class CViewWindow;
 class ViewHost;
 class QPainter;
+class QRegion;
 
 // The behaviour of the one view window. The window stays for the whole run;
 // the object bound to it is replaced on every tool change, and every tool is a
@@ -54,6 +55,10 @@ public:
     virtual void RefreshOutline() {}
     // Tools draw previews (rubber bands, outlines) over the rendered picture.
     virtual void PaintOverlay(QPainter&) {}
+    // True when the overlay alone repaints every pixel of `dirty` (client
+    // coordinates), so the picture need not be rendered under it: the outline
+    // animation repaints only its own pixels.
+    virtual bool OverlayCovers(const QRegion&) { return false; }
 
     // Coordinate mapping.
     QPoint ScreenToImage(QPoint screen) const;

@@ -149,6 +149,10 @@ void CViewWindow::paintEvent(QPaintEvent* event) {
     painter.scale(1.0 / ratio, 1.0 / ratio);
     const QRect dirty = ToDeviceRect(event->rect(), ratio);
     m_view->RecomputeLayout();
+    if (ratio == 1.0 && m_view->OverlayCovers(event->region())) {
+        m_view->PaintOverlay(painter);
+        return;
+    }
 
     static const QBrush background(BackgroundPattern());
     const QRegion outside = QRegion(dirty).subtracted(QRegion(m_view->ImageScreenArea()));

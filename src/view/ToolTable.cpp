@@ -4,6 +4,7 @@
 #include "dialogs/FloodFillOptionsDialog.h"
 #include "dialogs/GradientDialog.h"
 #include "dialogs/HueOptionsDialog.h"
+#include "dialogs/MagicWandDialog.h"
 #include "dialogs/ShapeOptionsDialog.h"
 #include "paint/AToolPaintBlur.h"
 #include "paint/AToolPaintColorPen.h"
@@ -18,8 +19,15 @@
 #include "paint/AToolPaintSmudge.h"
 #include "paint/AToolPaintSpray.h"
 #include "paint/AToolPaintTablet.h"
+#include "paint/AToolPaintText.h"
 #include "paint/AToolPaintZoom.h"
 #include "platform/StringTable.h"
+#include "selection/AToolSelectFree.h"
+#include "selection/AToolSelectMagic.h"
+#include "selection/AToolSelectMove.h"
+#include "selection/AToolSelectOval.h"
+#include "selection/AToolSelectPen.h"
+#include "selection/AToolSelectRect.h"
 #include "view/CBriselView.h"
 
 namespace tools {
@@ -41,6 +49,13 @@ constexpr auto OvalTool = MakeVariant<AToolPaintRect, 1>;
 constexpr auto LineTool = MakeVariant<AToolPaintLine, 1>;
 constexpr auto PenTool = MakeVariant<AToolPaintPen, 0>;
 constexpr auto EraserTool = MakeVariant<AToolPaintPen, 1>;
+constexpr auto SelectRectTool = Make<AToolSelectRect>;
+constexpr auto SelectOvalTool = Make<AToolSelectOval>;
+constexpr auto SelectPenTool = Make<AToolSelectPen>;
+constexpr auto SelectFreeTool = Make<AToolSelectFree>;
+constexpr auto MagicWandTool = Make<AToolSelectMagic>;
+constexpr auto SelectMoveTool = Make<AToolSelectMove>;
+constexpr auto TextTool = Make<AToolPaintText>;
 constexpr auto FillTool = Make<AToolPaintFill>;
 constexpr auto GradientTool = Make<AToolPaintGradient>;
 constexpr auto ZoomInTool = MakeVariant<AToolPaintZoom, 1>;
@@ -77,42 +92,41 @@ void NoOptions(QWidget*) {}
 } // namespace
 
 const std::vector<ToolInfo>& Table() {
-    // Each row: id, palette button, factory, options dialog. Replace Make<CBriselView> by the
-    // tool's own class (with its variant) when the class exists.
+    // Each row: id, palette button, factory (with the tool's variant), options dialog.
     static const std::vector<ToolInfo> table = {
-        {33000, 0, Make<CBriselView>, nullptr},    // Select Rectangle
-        {33001, 0, Make<CBriselView>, nullptr},    // Select Ellipse
-        {33002, 0, Make<CBriselView>, nullptr},    // Select Pen
-        {33003, 0, Make<CBriselView>, nullptr},    // Select Free Hand
-        {33004, 0, Make<CBriselView>, nullptr},    // Select Magic Wand
-        {33005, 0, Make<CBriselView>, nullptr},    // Move Selection
-        {33006, 1, RectTool, RectOptions},         // Draw Rectangle
-        {33007, 1, OvalTool, OvalOptions},         // Draw Ellipse
-        {33008, 1, LineTool, nullptr},             // Draw Line
-        {33009, 2, PenTool, nullptr},              // Pen
-        {33010, 2, EraserTool, EraserOptions},     // Eraser
-        {33011, 2, SprayTool, nullptr},            // Air Brush
-        {33012, 2, SmudgeTool, nullptr},           // Smudge
-        {33013, 2, LighterTool, nullptr},          // Lighter
-        {33014, 2, DarkerTool, nullptr},           // Darker
-        {33015, 2, BlurTool, nullptr},             // Blur
-        {33016, 2, SharpenTool, nullptr},          // Sharpen
-        {33017, 2, HueTool, HueOptions},           // Hue
-        {33018, 2, WaterPenTool, nullptr},         // Water Pen
-        {33019, 2, OilPenTool, nullptr},           // Oil Pen
-        {33020, 2, WaxPenTool, nullptr},           // Wax Pen
-        {33021, 2, CarbonPenTool, nullptr},        // Carbon Pen
-        {33022, 2, ChalkTool, nullptr},            // Chalk
-        {33023, 2, MickPenTool, nullptr},          // Mick Pen
-        {33024, 2, ColorPenTool, nullptr},         // Color Pen
-        {33025, 3, FillTool, FillOptions},         // Flood Fill
-        {33026, 3, GradientTool, GradientOptions}, // Gradient Tool
-        {33027, -1, PenTool, NoOptions},           // Stamp Tool: the plain pen
-        {33028, 4, ZoomInTool, nullptr},           // Zoom In
-        {33029, 4, ZoomOutTool, nullptr},          // Zoom Out
-        {33030, 5, Make<CBriselView>, nullptr},    // Input Text
-        {33031, 6, MoveTool, nullptr},             // Move Picture
-        {33032, 7, PickerTool, nullptr},           // Color Picker
+        {33000, 0, SelectRectTool, nullptr},             // Select Rectangle
+        {33001, 0, SelectOvalTool, nullptr},             // Select Ellipse
+        {33002, 0, SelectPenTool, nullptr},              // Select Pen
+        {33003, 0, SelectFreeTool, nullptr},             // Select Free Hand
+        {33004, 0, MagicWandTool, OpenMagicWandOptions}, // Select Magic Wand
+        {33005, 0, SelectMoveTool, nullptr},             // Move Selection
+        {33006, 1, RectTool, RectOptions},               // Draw Rectangle
+        {33007, 1, OvalTool, OvalOptions},               // Draw Ellipse
+        {33008, 1, LineTool, nullptr},                   // Draw Line
+        {33009, 2, PenTool, nullptr},                    // Pen
+        {33010, 2, EraserTool, EraserOptions},           // Eraser
+        {33011, 2, SprayTool, nullptr},                  // Air Brush
+        {33012, 2, SmudgeTool, nullptr},                 // Smudge
+        {33013, 2, LighterTool, nullptr},                // Lighter
+        {33014, 2, DarkerTool, nullptr},                 // Darker
+        {33015, 2, BlurTool, nullptr},                   // Blur
+        {33016, 2, SharpenTool, nullptr},                // Sharpen
+        {33017, 2, HueTool, HueOptions},                 // Hue
+        {33018, 2, WaterPenTool, nullptr},               // Water Pen
+        {33019, 2, OilPenTool, nullptr},                 // Oil Pen
+        {33020, 2, WaxPenTool, nullptr},                 // Wax Pen
+        {33021, 2, CarbonPenTool, nullptr},              // Carbon Pen
+        {33022, 2, ChalkTool, nullptr},                  // Chalk
+        {33023, 2, MickPenTool, nullptr},                // Mick Pen
+        {33024, 2, ColorPenTool, nullptr},               // Color Pen
+        {33025, 3, FillTool, FillOptions},               // Flood Fill
+        {33026, 3, GradientTool, GradientOptions},       // Gradient Tool
+        {33027, -1, PenTool, NoOptions},                 // Stamp Tool: the plain pen
+        {33028, 4, ZoomInTool, nullptr},                 // Zoom In
+        {33029, 4, ZoomOutTool, nullptr},                // Zoom Out
+        {33030, 5, TextTool, nullptr},                   // Input Text
+        {33031, 6, MoveTool, nullptr},                   // Move Picture
+        {33032, 7, PickerTool, nullptr},                 // Color Picker
     };
     return table;
 }

@@ -177,3 +177,19 @@ TEST_F(EditCommandsTest, ClipboardPayloadRoundTripAndRefusal) {
     EXPECT_EQ(PackClipboardPayload(doc, failed), 0);
     EXPECT_EQ(presenter.ShownIds().back(), platform::IDS_MEMORY_NOT_ENOUGH);
 }
+
+TEST_F(EditCommandsTest, PasteAsNewLeavesEverythingAsItWasWhenMemoryIsShort) {
+    SelectRect();
+    ASSERT_EQ(Run(kClear), 1);
+    auto image = DuplicateImage(original.get());
+    auto mask = CreateMask(20, 10, false);
+    for (const int skip : {0, 4}) { // the empty mask's first block, then the floating copy's
+        platform::HeapBlock::FailNextAllocations(1, skip);
+        EXPECT_EQ(EditPasteAsNew(context, std::move(image), std::move(mask), result), 0);
+        EXPECT_EQ(presenter.ShownIds().back(), platform::IDS_MEMORY_NOT_ENOUGH);
+        EXPECT_EQ(doc.GetFloatRect(), (ImageRect{3, 2, 9, 6}));
+        EXPECT_EQ(undo.Kind(), 1) << "the undo step is kept";
+        image = DuplicateImage(original.get());
+        mask = CreateMask(20, 10, false);
+    }
+}
