@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QRadioButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace {
 const char* const kSection = "Eraser";
@@ -38,12 +39,13 @@ EraserOptionsDialog::EraserOptionsDialog(QWidget* parent)
 }
 
 void EraserOptionsDialog::accept() {
-    if (!m_similarity->InRange()) {
+    // A disabled field cannot be corrected, so only a field in use is checked.
+    if (m_foregroundOnly->isChecked() && !m_similarity->InRange()) {
         platform::ShowMessage(platform::IDS_SIMILARITY_OUT_OF_RANGE, platform::MB_ICONEXCLAMATION);
         return;
     }
     platform::Settings::WriteInt(kSection, "Eraser Type", m_foregroundOnly->isChecked() ? 1 : 0);
-    platform::Settings::WriteInt(kSection, "Red", m_similarity->Value());
+    platform::Settings::WriteInt(kSection, "Red", std::clamp(m_similarity->Value(), 0, 255));
     QDialog::accept();
 }
 
