@@ -45,8 +45,12 @@ int CEmbossDlg::Direction() const {
     return m_directions->checkedId();
 }
 
+QAbstractButton* CEmbossDlg::DirectionButton(int direction) const {
+    return m_directions->button(direction);
+}
+
 void CEmbossDlg::SetDirection(int direction) {
-    if (QAbstractButton* button = m_directions->button(direction)) {
+    if (QAbstractButton* button = DirectionButton(direction)) {
         button->setChecked(true);
     }
 }

@@ -3,6 +3,7 @@
 #include "dialogs/CommandDialog.h"
 
 class NumberTriple;
+class QAbstractButton;
 class QButtonGroup;
 
 // "Emboss Filter Dialog": the light direction as eight radio buttons in a
@@ -15,6 +16,7 @@ public:
     std::vector<int> CommandValues() const override;
     int Direction() const;
     void SetDirection(int direction);
+    QAbstractButton* DirectionButton(int direction) const;
     NumberTriple* Depth() const { return m_depth; }
 
 private:

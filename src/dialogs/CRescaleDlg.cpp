@@ -110,12 +110,19 @@ void CRescaleDlg::ShowSizes() {
     m_widthEdit->setText(Format(m_width));
     m_heightEdit->setText(Format(m_height));
     m_widthTyped = m_heightTyped = false;
+    RememberLengths();
+}
+
+void CRescaleDlg::RememberLengths() {
+    m_widthInches = m_width / m_dpi;
+    m_heightInches = m_height / m_dpi;
 }
 
 void CRescaleDlg::WidthTyped() {
     m_widthTyped = true;
     if (Parse(m_widthEdit, m_width)) {
         FollowAspect(true);
+        RememberLengths();
     }
 }
 
@@ -123,6 +130,7 @@ void CRescaleDlg::HeightTyped() {
     m_heightTyped = true;
     if (Parse(m_heightEdit, m_height)) {
         FollowAspect(false);
+        RememberLengths();
     }
 }
 
@@ -150,15 +158,13 @@ void CRescaleDlg::ResolutionTyped() {
     if (!ok || dpi < 1 || dpi > kMaxImageSide) {
         return;
     }
+    m_dpi = dpi;
     if (CurrentUnit() == kPixel) {
-        m_dpi = dpi;
+        RememberLengths();
         return;
     }
-    const double width = m_width / PixelsPerUnit();
-    const double height = m_height / PixelsPerUnit();
-    m_dpi = dpi;
-    m_width = std::max(1.0, std::round(width * PixelsPerUnit()));
-    m_height = std::max(1.0, std::round(height * PixelsPerUnit()));
+    m_width = std::max(1.0, std::round(m_widthInches * dpi));
+    m_height = std::max(1.0, std::round(m_heightInches * dpi));
 }
 
 void CRescaleDlg::UnitChosen() {
@@ -169,6 +175,7 @@ void CRescaleDlg::UnitChosen() {
 void CRescaleDlg::AspectToggled(bool keep) {
     if (keep) {
         FollowAspect(true);
+        RememberLengths();
     }
 }
 

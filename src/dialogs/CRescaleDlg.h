@@ -44,12 +44,15 @@ private:
     void UnitChosen();
     void AspectToggled(bool keep);
     void FollowAspect(bool fromWidth);
+    void RememberLengths();
 
     int m_sourceWidth;
     int m_sourceHeight;
     double m_width; // pixels; beyond the range only while the user types
     double m_height;
     int m_dpi;
+    double m_widthInches; // the lengths a change of resolution keeps
+    double m_heightInches;
     bool m_widthTyped = false;
     bool m_heightTyped = false;
     QLineEdit* m_widthEdit;
