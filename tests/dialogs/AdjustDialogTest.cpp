@@ -4,6 +4,8 @@
 #include "dialogs/LivePreview.h"
 #include "dialogs/NumberTriple.h"
 #include "ops/AdjustPreview.h"
+#include "platform/HeapBlock.h"
+#include "platform/StringTable.h"
 
 #include <QComboBox>
 #include <QElapsedTimer>
@@ -156,6 +158,31 @@ TEST_F(AdjustDialogTest, OkWhileAPreviewIsComputingKeepsTheNewestValues) {
     dialog.accept();
     AdjustSettings expected = AdjustSettings::Defaults(kAdjustGamma);
     expected.first[0] = 3;
+    ASSERT_EQ(RunAdjustCommand(twinCtx, expected), 1);
+    EXPECT_TRUE(MatchesTwin());
+}
+
+TEST_F(AdjustDialogTest, WithoutMemoryTheDialogStaysShutOrPreviewsInPlace) {
+    const auto run = commanddialogs::Find(6008);
+    const OpsCommand& command = *FindOpsCommand(32818);
+    // No room for the result: the message, no dialog, nothing changed.
+    platform::HeapBlock::FailNextAllocations(1);
+    EXPECT_EQ(run(nullptr, ctx, command), 0);
+    platform::HeapBlock::FailNextAllocations(0);
+    EXPECT_EQ(presenter.ShownIds(), std::vector<int>{platform::IDS_DISK_SPACE_NOT_ENOUGH});
+    EXPECT_TRUE(PictureUntouched());
+    EXPECT_EQ(undo.Kind(), 0);
+
+    // No room for the second buffer: the preview is computed in place.
+    platform::HeapBlock::FailNextAllocations(1, 2);
+    CAdjustDlg dialog(kAdjustBrightnessContrast, ctx);
+    ASSERT_EQ(dialog.Open(), 1);
+    platform::HeapBlock::FailNextAllocations(0);
+    dialog.First()->TrackBar()->setValue(-35);
+    EXPECT_FALSE(dialog.Preview()->Busy());
+    dialog.accept();
+    AdjustSettings expected = AdjustSettings::Defaults(kAdjustBrightnessContrast);
+    expected.first[0] = -35;
     ASSERT_EQ(RunAdjustCommand(twinCtx, expected), 1);
     EXPECT_TRUE(MatchesTwin());
 }
