@@ -119,6 +119,26 @@ TEST_F(AdjustDialogTest, CancelAfterPreviewsRestoresThePictureExactly) {
     }
 }
 
+TEST_F(AdjustDialogTest, WithAFloatingSelectionOnlyItsPixelsAreAdjusted) {
+    ASSERT_EQ(doc.CreateFloating(5, 4, 24, 19, false), 1);
+    ASSERT_EQ(twin.CreateFloating(5, 4, 24, 19, false), 1);
+    const auto floating = DuplicateImage(doc.GetFloatImage());
+    CAdjustDlg dialog(kAdjustGamma, ctx);
+    ASSERT_EQ(dialog.Open(), 1);
+    dialog.First()->TrackBar()->setValue(22);
+    QTRY_VERIFY(!dialog.Preview()->Busy());
+    EXPECT_TRUE(PictureUntouched());
+    EXPECT_FALSE(SamePixels(*doc.GetFloatImage(), *floating));
+    dialog.accept();
+    AdjustSettings expected = AdjustSettings::Defaults(kAdjustGamma);
+    expected.first[0] = 22;
+    ASSERT_EQ(RunAdjustCommand(twinCtx, expected), 1);
+    EXPECT_TRUE(SamePixels(*doc.GetFloatImage(), *twin.GetFloatImage()));
+    EXPECT_TRUE(PictureUntouched());
+    undo.Undo(doc);
+    EXPECT_TRUE(SamePixels(*doc.GetFloatImage(), *floating));
+}
+
 TEST_F(AdjustDialogTest, PreviewOfALargePictureLeavesTheEventLoopRunning) {
     UsePicture(MakeColourfulImage(3000, 2000));
     CAdjustDlg dialog(kAdjustBrightnessContrast, ctx);
