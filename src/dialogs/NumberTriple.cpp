@@ -5,6 +5,8 @@
 #include <QSlider>
 #include <QSpinBox>
 
+#include <algorithm>
+
 NumberTriple::NumberTriple(int minimum, int maximum, int value, QWidget* parent)
     : QWidget(parent), m_minimum(minimum), m_maximum(maximum), m_edit(new QLineEdit(this)),
       m_upDown(new QSpinBox(this)), m_track(new QSlider(Qt::Horizontal, this)) {
@@ -23,6 +25,7 @@ NumberTriple::NumberTriple(int minimum, int maximum, int value, QWidget* parent)
     layout->addWidget(m_upDown);
     layout->addWidget(m_track, 1);
     connect(m_edit, &QLineEdit::textEdited, this, &NumberTriple::FromEdit);
+    connect(m_edit, &QLineEdit::editingFinished, this, &NumberTriple::CommitTyping);
     connect(m_upDown, &QSpinBox::valueChanged, this, &NumberTriple::FromControl);
     connect(m_track, &QSlider::valueChanged, this, &NumberTriple::FromControl);
     SetValue(value);
@@ -48,8 +51,24 @@ void NumberTriple::SetValue(int value) {
     FromEdit();
 }
 
+void NumberTriple::SetPageStep(int step) {
+    m_track->setPageStep(step);
+}
+
 void NumberTriple::FromEdit() {
-    if (m_syncing || !InRange()) {
+    if (m_syncing) {
+        return;
+    }
+    bool ok = false;
+    const int typed = Value(&ok);
+    // More digits only move a number away from zero: past the far end of the
+    // range on its own side it can never come back in.
+    const bool beyondForGood = (typed > m_maximum && typed >= 0) || (typed < m_minimum && typed < 0);
+    if (m_clampTyping && ok && beyondForGood) {
+        FromControl(std::clamp(typed, m_minimum, m_maximum));
+        return;
+    }
+    if (!InRange()) {
         return;
     }
     m_syncing = true;
@@ -58,6 +77,15 @@ void NumberTriple::FromEdit() {
     m_track->setValue(value);
     m_syncing = false;
     emit ValueChanged(value);
+}
+
+void NumberTriple::CommitTyping() {
+    if (!m_clampTyping || InRange()) {
+        return;
+    }
+    bool ok = false;
+    const int typed = Value(&ok);
+    FromControl(ok ? std::clamp(typed, m_minimum, m_maximum) : m_track->value());
 }
 
 void NumberTriple::FromControl(int value) {

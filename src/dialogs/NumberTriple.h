@@ -18,6 +18,13 @@ public:
     int Value(bool* ok = nullptr) const;
     void SetValue(int value);
     bool InRange() const;
+    // With clamping on, a typed number outside the range is pulled into it and
+    // written back: at once when further digits could only take it further
+    // out, else when editing ends (so "12" can be typed into 2..16).
+    void SetClampTyping(bool clamp) { m_clampTyping = clamp; }
+    void SetPageStep(int step);
+    // Clamps what the edit box holds now, as when editing ends.
+    void CommitTyping();
     int Minimum() const { return m_minimum; }
     int Maximum() const { return m_maximum; }
     QLineEdit* Edit() const { return m_edit; }
@@ -37,4 +44,5 @@ private:
     QSpinBox* m_upDown;
     QSlider* m_track;
     bool m_syncing = false;
+    bool m_clampTyping = false;
 };

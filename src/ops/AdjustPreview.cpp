@@ -43,38 +43,42 @@ int AdjustPreview::Begin() {
     return 1;
 }
 
+void ApplyAdjustSettings(CColorAdjuster& adjuster, const AdjustSettings& s) {
+    const int slot = s.channel == 0 ? 0 : 1;
+    switch (s.kind) {
+    case kAdjustBrightnessContrast:
+        if (slot == 0) {
+            adjuster.BuildBrightnessContrast(s.first[0], s.first[0], s.first[0], s.second[0], s.second[0],
+                                             s.second[0]);
+        } else {
+            adjuster.BuildBrightnessContrast(s.first[3], s.first[2], s.first[1], s.second[3], s.second[2],
+                                             s.second[1]);
+        }
+        adjuster.ApplyTables();
+        break;
+    case kAdjustHueSaturation:
+        adjuster.ApplyHueSaturation(s.first[0], s.second[0]);
+        break;
+    case kAdjustGamma:
+        adjuster.ResetTables();
+        if (slot == 0) {
+            adjuster.BuildGamma(s.first[0], s.first[0], s.first[0]);
+        } else {
+            adjuster.BuildGamma(s.first[1], s.first[2], s.first[3]);
+        }
+        adjuster.ApplyTables();
+        break;
+    default:
+        break;
+    }
+}
+
 void AdjustPreview::Apply(const AdjustSettings& s) {
     if (!IsOpen()) {
         return;
     }
     platform::WaitCursor wait;
-    const int slot = s.channel == 0 ? 0 : 1;
-    switch (s.kind) {
-    case kAdjustBrightnessContrast:
-        if (slot == 0) {
-            m_adjuster.BuildBrightnessContrast(s.first[0], s.first[0], s.first[0], s.second[0], s.second[0],
-                                               s.second[0]);
-        } else {
-            m_adjuster.BuildBrightnessContrast(s.first[3], s.first[2], s.first[1], s.second[3], s.second[2],
-                                               s.second[1]);
-        }
-        m_adjuster.ApplyTables();
-        break;
-    case kAdjustHueSaturation:
-        m_adjuster.ApplyHueSaturation(s.first[0], s.second[0]);
-        break;
-    case kAdjustGamma:
-        m_adjuster.ResetTables();
-        if (slot == 0) {
-            m_adjuster.BuildGamma(s.first[0], s.first[0], s.first[0]);
-        } else {
-            m_adjuster.BuildGamma(s.first[1], s.first[2], s.first[3]);
-        }
-        m_adjuster.ApplyTables();
-        break;
-    default:
-        break;
-    }
+    ApplyAdjustSettings(m_adjuster, s);
     m_ctx.doc.UpdateAllViews(CBriselDoc::kHintRepaint);
 }
 

@@ -25,6 +25,10 @@ struct AdjustSettings {
     static AdjustSettings Defaults(int kind);
 };
 
+// Computes the adjustment for these values from the adjuster's source into its
+// target. Touches nothing else, so it may run on a copy away from the window.
+void ApplyAdjustSettings(CColorAdjuster& adjuster, const AdjustSettings& settings);
+
 // The live preview of an adjustment: while it is open the document shows a
 // result computed from the untouched source, as often as the values change;
 // Confirm keeps the result with one undo step, Cancel puts the source back

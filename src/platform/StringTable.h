@@ -27,6 +27,13 @@ enum StringId : int {
     IDS_NO_BLUETOOTH_SENDER = 153,
     IDS_NO_MAIL_PROGRAM = 154,
     IDS_HELP_MISSING = 155,
+    IDS_CELL_2X2 = 33, // "2 x 2 Pixels" .. "8 x 8 Pixels" up to 39
+    IDS_CELL_8X8 = 39,
+    IDS_CHANNEL_ALL = 40, // then red, green and blue up to 43
+    IDS_WIDTH_OUT_OF_RANGE = 67,
+    IDS_HEIGHT_OUT_OF_RANGE = 68,
+    IDS_RESOLUTION_OUT_OF_RANGE = 105,
+    IDS_NOT_A_NUMBER = 106,
     // Tool labels: the string with a tool's command id (33000..33032), the
     // zoom tools' group (33033) and the palette's options button (33040).
     IDS_TOOL_FIRST = 33000,

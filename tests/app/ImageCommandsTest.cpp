@@ -2,8 +2,13 @@
 #include "app/CMainFrame.h"
 #include "app/CommandIds.h"
 #include "app/CommandRouter.h"
+#include "ops/OpsCommandTable.h"
 #include "support/ScriptedPresenter.h"
 #include "view/CBriselView.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QTimer>
 
 #include <QTest>
 #include <gtest/gtest.h>
@@ -48,11 +53,17 @@ TEST_F(ImageCommandsTest, AQuarterTurnResizesTheViewAndKeepsItsZoom) {
     EXPECT_EQ(frame->View()->Zoom(), 2);
 }
 
-TEST_F(ImageCommandsTest, CommandsWhoseDialogIsMissingStayDisabled) {
-    // Emboss asks for its values first; the menus offer it only with its dialog.
-    EXPECT_FALSE(frame->Router().IsEnabled(32778));
-    EXPECT_FALSE(frame->Router().Execute(32778));
-    EXPECT_TRUE(frame->Router().IsEnabled(32794)); // Blur > Small needs no dialog
+TEST_F(ImageCommandsTest, EveryImageAndFilterCommandIsOfferedWithItsDialog) {
+    for (const OpsCommand& command : OpsCommands()) {
+        EXPECT_TRUE(frame->Router().IsEnabled(command.id)) << command.label;
+    }
+    // The menu runs Emboss only after its dialog's OK.
+    QTimer::singleShot(0, [] { QApplication::activeModalWidget()->close(); });
+    EXPECT_TRUE(frame->Router().Execute(32778));
+    EXPECT_FALSE(app.Document().IsModified());
+    QTimer::singleShot(0, [] { static_cast<QDialog*>(QApplication::activeModalWidget())->accept(); });
+    EXPECT_TRUE(frame->Router().Execute(32778));
+    EXPECT_TRUE(app.Document().IsModified());
 }
 
 } // namespace
