@@ -8,6 +8,7 @@
 #include "app/ToolIcons.h"
 #include "app/ToolPalette.h"
 #include "dialogs/CommandDialogs.h"
+#include "dialogs/FillColorDialog.h"
 #include "formats/JpegQuality.h"
 #include "image/CBriselDoc.h"
 #include "ops/EditCommandTable.h"
@@ -263,9 +264,11 @@ void CMainFrame::OnImageCommand(int id) {
 }
 
 void CMainFrame::OnEditCommand(int id) {
-    if (const EditCommand* command = FindEditCommand(id)) {
-        RunEditCommand(command->run);
+    const EditCommand* command = FindEditCommand(id);
+    if (command == nullptr || (id == cmd::kFill && !FillColorDialog::AskAndStore(this))) {
+        return;
     }
+    RunEditCommand(command->run);
 }
 
 void CMainFrame::RunEditCommand(const std::function<int(CommandContext&, EditResult&)>& command) {

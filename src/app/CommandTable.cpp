@@ -61,8 +61,6 @@ template <int Index> bool HasRecent(const T& t) {
     return t.app->HasRecentFile(Index);
 }
 
-constexpr int kFillDialog = 6014;
-
 bool CanRunImageCommand(const T& t) {
     const OpsCommand* op = FindOpsCommand(t.id);
     return HasDocument(t) && op != nullptr &&
@@ -95,11 +93,11 @@ void AppendImageCommands(std::vector<CommandEntry>& table) {
 }
 
 // The Edit commands of the edit-command table run through the frame, which
-// follows up on the view; "&Fill..." waits for its dialog.
+// follows up on the view.
 void ConnectEditCommands(std::vector<CommandEntry>& table) {
     for (CommandEntry& entry : table) {
         const EditCommand* edit = FindEditCommand(entry.id);
-        if (edit == nullptr || (entry.id == cmd::kFill && commanddialogs::Find(kFillDialog) == nullptr)) {
+        if (edit == nullptr) {
             continue;
         }
         entry.run = [](T& t) { t.frame.OnEditCommand(t.id); };

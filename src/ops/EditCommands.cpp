@@ -72,6 +72,10 @@ int ReadFillChoice() {
     return platform::Settings::ReadInt("Edit", "FillColor", 0);
 }
 
+void WriteFillChoice(int choice) {
+    platform::Settings::WriteInt("Edit", "FillColor", choice);
+}
+
 ColorWord FillChoiceColor(const CommandContext& context, int choice) {
     switch (choice) {
     case 1:

@@ -22,6 +22,7 @@ struct EditResult {
 // 1 background, 2 white, 3 black.
 ColorWord FillChoiceColor(const CommandContext& context, int choice);
 int ReadFillChoice();
+void WriteFillChoice(int choice);
 
 // The Edit menu's commands on the document, each opening its undo step first
 // (kinds in brackets). When the undo snapshot cannot be taken the user is told

@@ -1,16 +1,21 @@
+#include "app/AppTestSupport.h"
 #include "app/CBriselApp.h"
 #include "app/CMainFrame.h"
 #include "app/CommandIds.h"
 #include "app/CommandRouter.h"
+#include "dialogs/FillColorDialog.h"
 #include "ops/OpsCommandTable.h"
+#include "platform/Settings.h"
 #include "support/ScriptedPresenter.h"
 #include "view/CBriselView.h"
 
 #include <QApplication>
 #include <QDialog>
+#include <QRadioButton>
 #include <QTimer>
 
 #include <QTest>
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace {
@@ -66,14 +71,9 @@ TEST_F(ImageCommandsTest, EveryImageAndFilterCommandIsOfferedWithItsDialog) {
     EXPECT_TRUE(app.Document().IsModified());
 }
 
-} // namespace
-
-namespace {
-
 TEST_F(ImageCommandsTest, SelectionCommandsFollowTheSelection) {
     CommandRouter& router = frame->Router();
     EXPECT_FALSE(router.IsEnabled(cmd::kCrop));
-    EXPECT_FALSE(router.IsEnabled(cmd::kFill)); // waits for its dialog
     ASSERT_TRUE(router.Execute(cmd::kSelectAll));
     EXPECT_NE(app.Document().GetFloatMask(), nullptr);
     EXPECT_TRUE(frame->View()->State().outlineTimerOn);
@@ -85,6 +85,34 @@ TEST_F(ImageCommandsTest, SelectionCommandsFollowTheSelection) {
     EXPECT_FALSE(frame->View()->State().outlineTimerOn);
     EXPECT_FALSE(router.IsEnabled(cmd::kPutFloating));
     EXPECT_TRUE(router.IsEnabled(cmd::kUndo));
+}
+
+TEST_F(ImageCommandsTest, FillAsksForItsColourAndKeepsTheChoice) {
+    platform::Settings::WriteInt("Edit", "FillColor", 1);
+    CommandRouter& router = frame->Router();
+    ASSERT_TRUE(router.IsEnabled(cmd::kFill));
+    int checkedOnOpen = -1;
+    WithNextDialog([&checkedOnOpen](QDialog* dialog) {
+        checkedOnOpen = static_cast<FillColorDialog*>(dialog)->Choice();
+        dialog->reject();
+    });
+    router.Execute(cmd::kFill);
+    EXPECT_EQ(checkedOnOpen, 1);
+    EXPECT_FALSE(app.Document().IsModified());
+
+    WithNextDialog([](QDialog* dialog) {
+        const auto radios = dialog->findChildren<QRadioButton*>();
+        const auto black = std::find_if(radios.begin(), radios.end(),
+                                        [](QRadioButton* r) { return r->text() == QStringLiteral("Black"); });
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(dialog));
+        QTest::mouseClick(*black, Qt::LeftButton, {}, QPoint(6, (*black)->height() / 2));
+        dialog->accept();
+    });
+    router.Execute(cmd::kFill);
+    EXPECT_EQ(app.Document().GetPicture()->GetPixel(29, 19), 0u);
+    EXPECT_EQ(platform::Settings::ReadInt("Edit", "FillColor", -1), 3);
+    ASSERT_TRUE(router.Execute(cmd::kUndo));
+    EXPECT_EQ(app.Document().GetPicture()->GetPixel(29, 19), 0x00FFFFFFu);
 }
 
 } // namespace
