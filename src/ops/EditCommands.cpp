@@ -66,6 +66,17 @@ int FillTarget(CommandContext& context, ColorWord color, EditResult& result) {
     return Finish(result, doc, TargetArea(doc));
 }
 
+// After the picture was replaced: both the old and the new picture's areas
+// repaint and the views learn the new size.
+int FinishNewPicture(CBriselDoc& doc, const ImageRect& oldArea, EditResult& result) {
+    doc.SetModifiedFlag();
+    doc.UpdateAllViews(CBriselDoc::kHintImageSize);
+    result.imageSizeChanged = true;
+    ImageRect area = oldArea;
+    Widen(area, PictureArea(doc));
+    return Finish(result, doc, area);
+}
+
 } // namespace
 
 int ReadFillChoice() {
@@ -119,12 +130,7 @@ int EditCrop(CommandContext& context, EditResult& result) {
     doc.SetPicture(doc.SetFloatImage(nullptr));
     doc.SetMask(std::move(emptyMask));
     doc.DiscardFloating();
-    doc.SetModifiedFlag();
-    doc.UpdateAllViews(CBriselDoc::kHintImageSize);
-    result.imageSizeChanged = true;
-    ImageRect area = oldArea;
-    Widen(area, PictureArea(doc));
-    return Finish(result, doc, area);
+    return FinishNewPicture(doc, oldArea, result);
 }
 
 int EditSelectAll(CommandContext& context, EditResult& result) {
@@ -268,10 +274,5 @@ int EditPasteAsNew(CommandContext& context, std::unique_ptr<CDibImage> image, st
         doc.SetFloatImage(std::move(floating));
         doc.SetFloatMask(std::move(mask));
     }
-    doc.SetModifiedFlag();
-    doc.UpdateAllViews(CBriselDoc::kHintImageSize);
-    result.imageSizeChanged = true;
-    ImageRect area = oldArea;
-    Widen(area, PictureArea(doc));
-    return Finish(result, doc, area);
+    return FinishNewPicture(doc, oldArea, result);
 }

@@ -37,11 +37,8 @@ public:
 class FrameDialogsTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        ASSERT_TRUE(app.InitInstance());
-        frame = app.MainFrame();
-        frame->resize(500, 400);
-        frame->show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(frame));
+        frame = ShowMainFrame(app, 500, 400);
+        ASSERT_NE(frame, nullptr);
         presenter = std::make_unique<ScriptedPresenter>();
     }
 

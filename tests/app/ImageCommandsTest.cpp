@@ -23,11 +23,8 @@ namespace {
 class ImageCommandsTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        ASSERT_TRUE(app.InitInstance());
-        frame = app.MainFrame();
-        frame->resize(400, 300);
-        frame->show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(frame));
+        frame = ShowMainFrame(app, 400, 300);
+        ASSERT_NE(frame, nullptr);
         presenter = std::make_unique<ScriptedPresenter>();
         ASSERT_TRUE(app.CreateNewImage({30, 20, 72, 0}));
     }

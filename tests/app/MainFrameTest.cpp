@@ -27,11 +27,8 @@ namespace {
 class MainFrameTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        ASSERT_TRUE(app.InitInstance());
-        frame = app.MainFrame();
-        frame->resize(640, 480);
-        frame->show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(frame));
+        frame = ShowMainFrame(app, 640, 480);
+        ASSERT_NE(frame, nullptr);
         presenter = std::make_unique<ScriptedPresenter>();
     }
     void TearDown() override { presenter.reset(); }

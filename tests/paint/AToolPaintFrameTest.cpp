@@ -1,3 +1,4 @@
+#include "app/AppTestSupport.h"
 #include "app/CBriselApp.h"
 #include "app/CMainFrame.h"
 #include "app/ToolPalette.h"
@@ -16,11 +17,8 @@ namespace {
 class AToolPaintFrameTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        ASSERT_TRUE(app.InitInstance());
-        frame = app.MainFrame();
-        frame->resize(640, 480);
-        frame->show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(frame));
+        frame = ShowMainFrame(app, 640, 480);
+        ASSERT_NE(frame, nullptr);
         ASSERT_TRUE(app.CreateNewImage({80, 60, 72, 0}));
     }
     QWidget* Port() { return frame->ViewWindow()->viewport(); }
