@@ -1,11 +1,11 @@
 #include "dialogs/EraserOptionsDialog.h"
 
+#include "dialogs/DialogButtons.h"
 #include "dialogs/NumberTriple.h"
 #include "platform/MessagePresenter.h"
 #include "platform/Settings.h"
 #include "platform/StringTable.h"
 
-#include <QDialogButtonBox>
 #include <QLabel>
 #include <QRadioButton>
 #include <QVBoxLayout>
@@ -27,10 +27,7 @@ EraserOptionsDialog::EraserOptionsDialog(QWidget* parent)
     layout->addWidget(label);
     layout->addWidget(m_similarity);
     layout->addWidget(new QLabel(QStringLiteral("(0-255)")));
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    connect(buttons, &QDialogButtonBox::accepted, this, &EraserOptionsDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &EraserOptionsDialog::reject);
-    layout->addWidget(buttons);
+    AddOkCancelButtons(this, layout);
 
     const bool foregroundOnly = platform::Settings::ReadInt(kSection, "Eraser Type", 0) == 1;
     (foregroundOnly ? m_foregroundOnly : m_all)->setChecked(true);

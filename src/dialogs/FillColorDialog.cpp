@@ -1,9 +1,9 @@
 #include "dialogs/FillColorDialog.h"
 
+#include "dialogs/DialogButtons.h"
 #include "ops/EditCommands.h"
 
 #include <QButtonGroup>
-#include <QDialogButtonBox>
 #include <QRadioButton>
 #include <QVBoxLayout>
 
@@ -19,10 +19,7 @@ FillColorDialog::FillColorDialog(int choice, QWidget* parent)
     }
     QAbstractButton* checked = m_choices->button(choice);
     (checked != nullptr ? checked : m_choices->button(0))->setChecked(true);
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    layout->addWidget(buttons);
+    AddOkCancelButtons(this, layout);
 }
 
 int FillColorDialog::Choice() const {

@@ -1,11 +1,11 @@
 #include "dialogs/FloodFillOptionsDialog.h"
 
+#include "dialogs/DialogButtons.h"
 #include "dialogs/NumberTriple.h"
 #include "platform/MessagePresenter.h"
 #include "platform/Settings.h"
 #include "platform/StringTable.h"
 
-#include <QDialogButtonBox>
 #include <QLabel>
 #include <QVBoxLayout>
 
@@ -17,10 +17,7 @@ FloodFillOptionsDialog::FloodFillOptionsDialog(QWidget* parent)
     layout->addWidget(new QLabel(QStringLiteral("Color Similarity :")));
     layout->addWidget(m_similarity);
     layout->addWidget(new QLabel(QStringLiteral("(0 - 255)")));
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    connect(buttons, &QDialogButtonBox::accepted, this, &FloodFillOptionsDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &FloodFillOptionsDialog::reject);
-    layout->addWidget(buttons);
+    AddOkCancelButtons(this, layout);
 }
 
 void FloodFillOptionsDialog::accept() {

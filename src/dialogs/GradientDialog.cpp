@@ -1,9 +1,9 @@
 #include "dialogs/GradientDialog.h"
 
+#include "dialogs/DialogButtons.h"
 #include "platform/Settings.h"
 
 #include <QComboBox>
-#include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -21,10 +21,7 @@ GradientDialog::GradientDialog(QWidget* parent)
     form->addRow(QStringLiteral("Color Mode :"), m_colorMode);
     form->addRow(QStringLiteral("Shape :"), m_shape);
     layout->addLayout(form);
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    connect(buttons, &QDialogButtonBox::accepted, this, &GradientDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &GradientDialog::reject);
-    layout->addWidget(buttons);
+    AddOkCancelButtons(this, layout);
 }
 
 void GradientDialog::accept() {

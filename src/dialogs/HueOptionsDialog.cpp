@@ -1,8 +1,8 @@
 #include "dialogs/HueOptionsDialog.h"
 
+#include "dialogs/DialogButtons.h"
 #include "platform/Settings.h"
 
-#include <QDialogButtonBox>
 #include <QGroupBox>
 #include <QRadioButton>
 #include <QVBoxLayout>
@@ -24,10 +24,7 @@ HueOptionsDialog::HueOptionsDialog(QWidget* parent)
     layout->addWidget(group);
     (ReadUseColor() ? m_hueAndSaturation : m_hueOnly)->setChecked(true);
 
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    connect(buttons, &QDialogButtonBox::accepted, this, &HueOptionsDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &HueOptionsDialog::reject);
-    layout->addWidget(buttons);
+    AddOkCancelButtons(this, layout);
 }
 
 bool HueOptionsDialog::ReadUseColor() {

@@ -1,10 +1,10 @@
 #include "dialogs/InputTextDialog.h"
 
+#include "dialogs/DialogButtons.h"
 #include "paint/TextGlyphs.h"
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDialogButtonBox>
 #include <QFontComboBox>
 #include <QFormLayout>
 #include <QGridLayout>
@@ -75,10 +75,7 @@ InputTextDialog::InputTextDialog(const TextFont& font, const std::string& text, 
     sampleLayout->addWidget(m_sample);
     layout->addWidget(sample);
 
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    layout->addWidget(buttons);
+    AddOkCancelButtons(this, layout);
 
     connect(m_text, &QLineEdit::textChanged, this, &InputTextDialog::UpdateSample);
     connect(m_face, &QComboBox::currentTextChanged, this, &InputTextDialog::UpdateSample);

@@ -1,10 +1,10 @@
 #include "dialogs/MagicWandDialog.h"
 
+#include "dialogs/DialogButtons.h"
 #include "dialogs/NumberTriple.h"
 #include "selection/MagicWand.h"
 
 #include <QCheckBox>
-#include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -26,10 +26,7 @@ MagicWandDialog::MagicWandDialog(QWidget* parent)
     layout->addLayout(row);
     m_continuous->setChecked(WandSettings::Read().continuous);
     layout->addWidget(m_continuous);
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    connect(buttons, &QDialogButtonBox::accepted, this, &MagicWandDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &MagicWandDialog::reject);
-    layout->addWidget(buttons);
+    AddOkCancelButtons(this, layout);
     m_similarity->Edit()->selectAll();
     m_similarity->Edit()->setFocus();
 }

@@ -1,11 +1,11 @@
 #include "dialogs/NewImageDialog.h"
 
+#include "dialogs/DialogButtons.h"
 #include "dialogs/NumberFormat.h"
 #include "image/DibHelpers.h"
 #include "platform/MessagePresenter.h"
 #include "platform/StringTable.h"
 
-#include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -45,10 +45,7 @@ NewImageDialog::NewImageDialog(const NewImageValues& values, QWidget* parent)
     (values.contents == 0 ? m_white : m_background)->setChecked(true);
     layout->addWidget(contents);
 
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    connect(buttons, &QDialogButtonBox::accepted, this, &NewImageDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &NewImageDialog::reject);
-    layout->addWidget(buttons);
+    AddOkCancelButtons(this, layout);
 
     connect(m_width, &QLineEdit::textChanged, this, &NewImageDialog::UpdateSize);
     connect(m_height, &QLineEdit::textChanged, this, &NewImageDialog::UpdateSize);

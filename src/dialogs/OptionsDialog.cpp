@@ -1,5 +1,6 @@
 #include "dialogs/OptionsDialog.h"
 
+#include "dialogs/DialogButtons.h"
 #include "dialogs/NumberTriple.h"
 #include "formats/LoadLimits.h"
 #include "platform/MessagePresenter.h"
@@ -7,7 +8,6 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -60,10 +60,7 @@ OptionsDialog::OptionsDialog(const OptionsValues& values, QWidget* parent)
     largeLayout->addRow(note);
     layout->addWidget(large);
 
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    connect(buttons, &QDialogButtonBox::accepted, this, &OptionsDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &OptionsDialog::reject);
-    layout->addWidget(buttons);
+    AddOkCancelButtons(this, layout);
 }
 
 OptionsValues OptionsDialog::Values() const {

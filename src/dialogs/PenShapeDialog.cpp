@@ -1,12 +1,12 @@
 #include "dialogs/PenShapeDialog.h"
 
+#include "dialogs/DialogButtons.h"
 #include "dialogs/NumberTriple.h"
 #include "platform/MessagePresenter.h"
 #include "platform/Settings.h"
 #include "platform/StringTable.h"
 
 #include <QComboBox>
-#include <QDialogButtonBox>
 #include <QLabel>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -22,10 +22,7 @@ PenShapeDialog::PenShapeDialog(int penSize, int penShape, QWidget* parent)
     layout->addWidget(m_size);
     layout->addWidget(new QLabel(QStringLiteral("Pen Shape :")));
     layout->addWidget(m_shape);
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    connect(buttons, &QDialogButtonBox::accepted, this, &PenShapeDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &PenShapeDialog::reject);
-    layout->addWidget(buttons);
+    AddOkCancelButtons(this, layout);
 }
 
 int PenShapeDialog::PenSize() const {

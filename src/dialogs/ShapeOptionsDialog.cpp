@@ -1,10 +1,10 @@
 #include "dialogs/ShapeOptionsDialog.h"
 
+#include "dialogs/DialogButtons.h"
 #include "platform/Settings.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
-#include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
@@ -53,10 +53,7 @@ ShapeOptionsDialog::ShapeOptionsDialog(bool ellipse, QWidget* parent)
         pictures->addWidget(button);
     }
     layout->addLayout(pictures);
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    connect(buttons, &QDialogButtonBox::accepted, this, &ShapeOptionsDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &ShapeOptionsDialog::reject);
-    layout->addWidget(buttons);
+    AddOkCancelButtons(this, layout);
 
     m_fromCenter->setChecked(platform::Settings::ReadInt(m_section, "DrawFromCenter", 0) != 0);
     m_styles->button(std::clamp(platform::Settings::ReadInt(m_section, "DrawStyle", 0), 0, 2))
