@@ -78,6 +78,7 @@ void AToolPaintDrag::ToolActivate() {
 }
 
 void AToolPaintDrag::ToolDeactivate() {
+    AToolOutlineView::ToolDeactivate();
     if (m_dragging) {
         InvalidateBand();
         m_dragging = false;
@@ -87,7 +88,7 @@ void AToolPaintDrag::ToolDeactivate() {
 
 bool AToolPaintDrag::OnKeyDown(int key) {
     if (key != Qt::Key_Escape || !m_dragging) {
-        return CBriselView::OnKeyDown(key);
+        return AToolOutlineView::OnKeyDown(key);
     }
     InvalidateBand();
     m_dragging = false;
@@ -95,6 +96,7 @@ bool AToolPaintDrag::OnKeyDown(int key) {
 }
 
 void AToolPaintDrag::PaintOverlay(QPainter& painter) {
+    AToolOutlineView::PaintOverlay(painter);
     if (!m_dragging) {
         return;
     }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "image/DibTypes.h"
-#include "view/CBriselView.h"
+#include "view/AToolOutlineView.h"
 
 #include <QPoint>
 
@@ -15,7 +15,7 @@ class BrushEngine;
 //
 // Points are pixels of the editing target (the floating pixels while a
 // selection floats, else the picture).
-class AToolPaintDrag : public CBriselView {
+class AToolPaintDrag : public AToolOutlineView {
 public:
     void OnPenDown(const PenEvent& pen) override;
     void OnPenMove(const PenEvent& pen) override;
@@ -31,6 +31,8 @@ public:
     QPoint End() const { return m_end; }
 
 protected:
+    bool PreviewActive() const override { return m_dragging; }
+
     // ---- hooks -------------------------------------------------------------
     // Whether a drag may start at `point`. Default: inside the target, with a
     // beep outside.

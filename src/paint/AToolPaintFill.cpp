@@ -14,6 +14,7 @@ void AToolPaintFill::ToolActivate() {
 }
 
 void AToolPaintFill::ToolDeactivate() {
+    AToolOutlineView::ToolDeactivate();
     paintcursor::Clear(*this);
 }
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "view/CBriselView.h"
+#include "view/AToolOutlineView.h"
 
 // "Flood Fill": a tap fills the 4-connected area around the tapped pixel
 // whose colours lie within "FloodFill"/"Tolerance" of its colour, per
 // channel, with the foreground colour; one undo step.
-class AToolPaintFill : public CBriselView {
+class AToolPaintFill : public AToolOutlineView {
 public:
     void ToolActivate() override;
     void ToolDeactivate() override;

@@ -53,6 +53,7 @@ void AToolPaintMove::ToolActivate() {
 }
 
 void AToolPaintMove::ToolDeactivate() {
+    AToolOutlineView::ToolDeactivate();
     OnPenUp(PenEvent{});
     paintcursor::Clear(*this);
 }

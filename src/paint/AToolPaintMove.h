@@ -1,12 +1,12 @@
 #pragma once
 
-#include "view/CBriselView.h"
+#include "view/AToolOutlineView.h"
 
 #include <QPoint>
 
 // "Move Picture": dragging pans the view so that the grabbed picture pixel
 // stays under the pen. The selection outline rests while the pen is down.
-class AToolPaintMove : public CBriselView {
+class AToolPaintMove : public AToolOutlineView {
 public:
     void OnPenDown(const PenEvent& pen) override;
     void OnPenMove(const PenEvent& pen) override;

@@ -45,6 +45,7 @@ void AToolPaintPicker::ToolActivate() {
 }
 
 void AToolPaintPicker::ToolDeactivate() {
+    AToolOutlineView::ToolDeactivate();
     paintcursor::Clear(*this);
 }
 

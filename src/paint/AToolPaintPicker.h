@@ -1,14 +1,14 @@
 #pragma once
 
 #include "image/DibTypes.h"
-#include "view/CBriselView.h"
+#include "view/AToolOutlineView.h"
 
 #include <QPoint>
 
 // "Color Picker": the colour under the pen goes into the current colour
 // button (foreground or background) and follows the pen while it is down.
 // On a floating selection the floating pixel counts, not the picture under it.
-class AToolPaintPicker : public CBriselView {
+class AToolPaintPicker : public AToolOutlineView {
 public:
     void ToolActivate() override;
     void ToolDeactivate() override;

@@ -147,6 +147,7 @@ void AToolPaintStroke::ToolActivate() {
 }
 
 void AToolPaintStroke::ToolDeactivate() {
+    AToolOutlineView::ToolDeactivate();
     if (m_drawing) {
         OnPenUp(PenEvent{});
     }

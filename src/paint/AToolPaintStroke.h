@@ -2,7 +2,7 @@
 
 #include "image/DibTypes.h"
 #include "paint/PenStroke.h"
-#include "view/CBriselView.h"
+#include "view/AToolOutlineView.h"
 
 #include <QPoint>
 
@@ -33,7 +33,7 @@ class CDibImage;
 // All coordinates given to the hooks are pixels of the target image. Before
 // every hook call with a size, oval pens have the engine's oval table built
 // for that size.
-class AToolPaintStroke : public CBriselView {
+class AToolPaintStroke : public AToolOutlineView {
 public:
     void OnPenDown(const PenEvent& pen) override;
     void OnPenMove(const PenEvent& pen) override;

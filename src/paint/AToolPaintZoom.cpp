@@ -8,6 +8,7 @@ void AToolPaintZoom::ToolActivate() {
 }
 
 void AToolPaintZoom::ToolDeactivate() {
+    AToolOutlineView::ToolDeactivate();
     paintcursor::Clear(*this);
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "image/CommandContext.h"
-#include "selection/AToolOutlineView.h"
+#include "view/AToolOutlineView.h"
 #include "selection/MagicWand.h"
 
 #include <QPoint>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "selection/AToolOutlineView.h"
+#include "view/AToolOutlineView.h"
 
 #include <QPoint>
 

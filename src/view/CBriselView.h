@@ -50,7 +50,7 @@ public:
     // Arrow keys scroll one line; true when the key was used.
     virtual bool OnKeyDown(int key);
     // One tick of the outline timer and the rebuild of the selection outline
-    // for the visible area; drawn by the selection tools.
+    // for the visible area; drawn by AToolOutlineView, the base of the tools.
     virtual void OnOutlineTick() {}
     virtual void RefreshOutline() {}
     // Tools draw previews (rubber bands, outlines) over the rendered picture.

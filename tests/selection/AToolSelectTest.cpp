@@ -1,3 +1,4 @@
+#include "paint/AToolPaintLine.h"
 #include "selection/AToolSelectRect.h"
 #include "selection/SelectToolFixture.h"
 
@@ -157,6 +158,30 @@ TEST_F(AToolSelectTest, EscapeCancelsADragAndThePenUpThen) {
     EXPECT_EQ(Selection(), (ImageRect{10, 10, 20, 20}));
     EXPECT_EQ(host.undo.Kind(), 0);
     EXPECT_TRUE(view.OutlineTimerActive());
+}
+
+// Painting tools keep showing the selection, and their own rubber band leaves
+// the outline as it was.
+TEST_F(AToolSelectTest, PaintingToolsShowTheOutlineUnderTheirRubberBand) {
+    Open<AToolSelectRect>(60, 40);
+    View().ZoomMagnify(2);
+    Drag({10, 10}, {29, 24});
+    SwitchToolView(view, &host.doc, &host, std::make_unique<AToolPaintLine>());
+    View().OnTimerTick();
+    QTest::qWait(20);
+    auto& line = static_cast<AToolOutlineView&>(View());
+    ASSERT_FALSE(line.Outline().Points().Entries().empty());
+    const QImage withOutline = Shown();
+    EXPECT_EQ(withOutline, Shot());
+
+    Press({12, 12}); // inside the floating pixels, which the line paints on
+    Move({27, 22});
+    QTest::qWait(20);
+    EXPECT_NE(Shown(), withOutline);
+    QTest::keyClick(&view, Qt::Key_Escape);
+    Release({27, 22});
+    QTest::qWait(20);
+    EXPECT_EQ(Shown(), withOutline);
 }
 
 } // namespace

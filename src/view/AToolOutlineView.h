@@ -4,7 +4,7 @@
 #include "view/MarchingOutline.h"
 
 // A view that shows the selection's animated dotted outline: the base of
-// every tool that works on the selection. While the outline timer runs, each
+// every tool, so the selection stays in sight whichever tool is chosen. While the outline timer runs, each
 // tick repaints only the outline pixels that change colour; every paint draws
 // the outline over the picture, rebuilt first when the view scrolled or
 // zoomed or the selection changed.

@@ -1,4 +1,4 @@
-#include "selection/AToolOutlineView.h"
+#include "view/AToolOutlineView.h"
 
 #include "image/CBriselDoc.h"
 
