@@ -20,10 +20,8 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QClipboard>
 #include <QFileInfo>
 #include <QGuiApplication>
-#include <QMimeData>
 #include <QScreen>
 
 static void InitResources() {
@@ -276,20 +274,9 @@ bool CBriselApp::CanCloseDocument() {
 }
 
 void CBriselApp::OnExit(bool askAboutClipboard) {
-    if (m_frame == nullptr) {
-        return;
+    if (m_frame != nullptr) {
+        m_frame->Exit(askAboutClipboard);
     }
-    QClipboard* clipboard = QGuiApplication::clipboard();
-    if (askAboutClipboard && m_frame->HasClipboardData() && clipboard->mimeData() != nullptr &&
-        clipboard->mimeData()->hasImage()) {
-        const auto answer = platform::ShowMessage(platform::IDS_CLIPBOARD_KEEP_DATA,
-                                                  platform::MB_YESNO | platform::MB_ICONQUESTION);
-        if (answer == platform::MessageAnswer::No) {
-            clipboard->clear();
-            m_frame->SetClipboardData(false);
-        }
-    }
-    m_frame->close();
 }
 
 void CBriselApp::OnHelp() {

@@ -1,6 +1,7 @@
 #include "app/CMainFrame.h"
 
 #include "app/CBriselApp.h"
+#include "app/ClipboardCommands.h"
 #include "app/CommandIds.h"
 #include "app/CommandRouter.h"
 #include "app/FrameDialogs.h"
@@ -366,7 +367,16 @@ void CMainFrame::OnDocumentChanged(int hint) {
     StateChanged();
 }
 
+void CMainFrame::Exit(bool askAboutClipboard) {
+    m_askAboutClipboard = askAboutClipboard;
+    close();
+    m_askAboutClipboard = true;
+}
+
 void CMainFrame::closeEvent(QCloseEvent* event) {
+    if (m_askAboutClipboard) {
+        ClipboardCommands::OfferOnExit(*this);
+    }
     if (m_app != nullptr && !m_app->CanCloseDocument()) {
         event->ignore();
         return;

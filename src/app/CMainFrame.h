@@ -73,6 +73,10 @@ public:
     // Set when this program has put image data on the clipboard.
     bool HasClipboardData() const { return m_clipboardData; }
     void SetClipboardData(bool value) { m_clipboardData = value; }
+    // Closes the window as Exit and the window's close button do: the
+    // clipboard question, then the save-changes question. Without
+    // `askAboutClipboard` (the Quit accelerator) only the latter is asked.
+    void Exit(bool askAboutClipboard);
 
     // The caption: the product name (and the document's name), then the zoom.
     void SetBaseCaption(const QString& caption);
@@ -126,6 +130,7 @@ private:
     bool m_pressureSimulation = false;
     bool m_alternativeLayout = false;
     bool m_clipboardData = false;
+    bool m_askAboutClipboard = true;
     QString m_baseCaption;
     std::string m_zoomSuffix;
     int m_observerId = 0;

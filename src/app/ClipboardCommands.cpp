@@ -84,3 +84,15 @@ void ClipboardCommands::PasteAsNew(CMainFrame& frame) {
         view->StartOutlineTimer();
     }
 }
+
+void ClipboardCommands::OfferOnExit(CMainFrame& frame) {
+    if (!frame.HasClipboardData() || !ClipboardExchange::HoldsOurPicture()) {
+        return;
+    }
+    const auto answer =
+        platform::ShowMessage(platform::IDS_CLIPBOARD_KEEP_DATA, platform::MB_YESNO | platform::MB_ICONQUESTION);
+    if (answer == platform::MessageAnswer::No) {
+        ClipboardExchange::Clear();
+        frame.SetClipboardData(false);
+    }
+}

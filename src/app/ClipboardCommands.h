@@ -17,4 +17,8 @@ public:
     // After the save-changes question, the clipboard's picture becomes a new,
     // untitled picture shown at actual size; the undo record is emptied.
     static void PasteAsNew(CMainFrame& frame);
+    // Before the main window closes: when this program put a picture on the
+    // clipboard and it is still there, asks whether other programs may keep
+    // it; No empties the clipboard. Another program's data is never touched.
+    static void OfferOnExit(CMainFrame& frame);
 };

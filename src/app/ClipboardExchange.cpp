@@ -100,6 +100,18 @@ bool ClipboardExchange::HasPicture() {
     return data != nullptr && (data->hasFormat(kDibMime) || data->hasImage());
 }
 
+bool ClipboardExchange::HoldsOurPicture() {
+    QClipboard* clipboard = SystemClipboard();
+    const QMimeData* data = clipboard ? clipboard->mimeData() : nullptr;
+    return data != nullptr && data->hasFormat(kDibMime);
+}
+
+void ClipboardExchange::Clear() {
+    if (QClipboard* clipboard = SystemClipboard()) {
+        clipboard->clear();
+    }
+}
+
 int ClipboardExchange::Put(const CBriselDoc& doc) {
     QClipboard* clipboard = SystemClipboard();
     if (clipboard == nullptr || doc.GetImage() == nullptr) {

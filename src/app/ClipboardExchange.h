@@ -19,6 +19,11 @@ public:
 
     // True when the clipboard holds a picture of ours or another program's.
     static bool HasPicture();
+    // True while the clipboard still holds our own packed DIB, that is until
+    // another program puts something there.
+    static bool HoldsOurPicture();
+    // Empties the clipboard.
+    static void Clear();
     // Puts the document's edit target on the clipboard. 1 on success; 0 after
     // a message (no clipboard: 70; a block that cannot be made: 27, with what
     // was packed already left on the clipboard).

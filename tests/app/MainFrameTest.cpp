@@ -1,6 +1,7 @@
 #include "app/AppTestSupport.h"
 #include "app/CBriselApp.h"
 #include "app/CMainFrame.h"
+#include "app/ClipboardExchange.h"
 #include "app/CommandIds.h"
 #include "app/CommandRouter.h"
 #include "app/CommandTable.h"
@@ -20,6 +21,7 @@
 #include <QMimeData>
 #include <QTest>
 #include <QToolButton>
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace {
@@ -201,19 +203,57 @@ TEST_F(MainFrameTest, NewKeepsTheDialogOpenOnBadNumbersAndThenCreatesThePicture)
     EXPECT_EQ(app.Document().GetPicture()->Width(), 320);
 }
 
-TEST_F(MainFrameTest, ExitAsksAboutTheClipboardOnlyForOurOwnImageData) {
+TEST_F(MainFrameTest, ExitAndTheCloseButtonAskAboutTheClipboardOnlyForOurOwnImageData) {
+    using platform::MessageAnswer;
+    const auto clipboardQuestions = [this] {
+        const std::vector<int> ids = presenter->ShownIds();
+        return std::count(ids.begin(), ids.end(), int{platform::IDS_CLIPBOARD_KEEP_DATA});
+    };
+    const auto holdsOurs = [] {
+        const QMimeData* data = QGuiApplication::clipboard()->mimeData();
+        return data != nullptr && data->hasFormat(ClipboardExchange::kDibMime);
+    };
+
+    // We copied, then another program put its own picture there: not ours to offer or wipe.
+    Router().Execute(cmd::kCopy);
+    ASSERT_TRUE(frame->HasClipboardData());
     QGuiApplication::clipboard()->setImage(QImage(4, 4, QImage::Format_RGB32));
     Router().Execute(cmd::kExit);
-    EXPECT_TRUE(presenter->Shown().empty()); // the program put nothing there
+    ASSERT_EQ(clipboardQuestions(), 0);
+    ASSERT_NE(QGuiApplication::clipboard()->mimeData(), nullptr);
+    EXPECT_TRUE(QGuiApplication::clipboard()->mimeData()->hasImage());
+    EXPECT_FALSE(frame->isVisible());
     frame->show();
 
-    frame->SetClipboardData(true);
-    presenter->Answer(platform::MessageAnswer::No);
+    // Exit closes the window, and the question comes once.
+    Router().Execute(cmd::kCopy);
+    presenter->Answer(MessageAnswer::Yes);
     Router().Execute(cmd::kExit);
-    ASSERT_EQ(presenter->ShownIds(), std::vector<int>{platform::IDS_CLIPBOARD_KEEP_DATA});
-    EXPECT_EQ(presenter->Shown().front().buttons, platform::MessageButtons::YesNo);
-    const QMimeData* left = QGuiApplication::clipboard()->mimeData();
-    EXPECT_TRUE(left == nullptr || !left->hasImage());
+    ASSERT_EQ(clipboardQuestions(), 1);
+    EXPECT_TRUE(holdsOurs());
+    EXPECT_FALSE(frame->isVisible());
+    frame->show();
+    frame->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(frame));
+
+    // The Quit accelerator skips it and goes straight to the save-changes question.
+    app.Document().SetModifiedFlag(true);
+    presenter->Answer(MessageAnswer::Cancel);
+    QTest::keyClick(frame, Qt::Key_Q, Qt::ControlModifier);
+    EXPECT_EQ(clipboardQuestions(), 1);
+    ASSERT_EQ(presenter->Shown().size(), 2u);
+    EXPECT_EQ(presenter->Shown().back().buttons, platform::MessageButtons::YesNoCancel);
+    EXPECT_TRUE(frame->isVisible()) << "Cancel keeps the program running";
+    app.Document().SetModifiedFlag(false);
+
+    // The window's close button asks it too; No empties the clipboard.
+    presenter->Answer(MessageAnswer::No);
+    EXPECT_TRUE(frame->close());
+    EXPECT_EQ(clipboardQuestions(), 2);
+    EXPECT_EQ(presenter->Shown().back().buttons, platform::MessageButtons::YesNo);
+    EXPECT_EQ(presenter->Shown().back().icon, platform::MessageIcon::Question);
+    EXPECT_FALSE(holdsOurs());
+    EXPECT_FALSE(frame->HasClipboardData());
     EXPECT_FALSE(frame->isVisible());
 }
 
