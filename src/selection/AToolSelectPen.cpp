@@ -2,8 +2,8 @@
 
 #include "image/CBriselDoc.h"
 #include "image/CUndoRecord.h"
-#include "platform/Settings.h"
 #include "view/CViewWindow.h"
+#include "view/ViewHost.h"
 
 #include <algorithm>
 
@@ -16,9 +16,9 @@ void AToolSelectPen::BeginShape(const PenEvent&, QPoint image) {
         // The work mask takes the current selection, to be painted on.
         doc.MergeFloatMask(false);
     }
-    m_penSize =
-        std::clamp(platform::Settings::ReadInt("ToolSection", "PenSize", 3), 1, BrushEngine::kMaxPenSize);
-    m_penShape = std::clamp(platform::Settings::ReadInt("ToolSection", "PenShape", kShapeOval), 1, 6);
+    // The pen chosen on the palette, as the painting tools use it.
+    m_penSize = std::clamp(Host()->PenSize(), 1, BrushEngine::kMaxPenSize);
+    m_penShape = std::clamp(Host()->PenShape(), 1, 6);
     m_engine.SetTargetImage(doc.GetSelectionMask());
     m_engine.SetForegroundColor(DragMode() == kSubtract ? 0x000000 : 0xFFFFFF);
     m_changed = QRect(QPoint(32767, 32767), QPoint(-1, -1));

@@ -1,15 +1,19 @@
 #include "selection/AToolSelectFree.h"
+#include "app/AppTestSupport.h"
+#include "app/ToolPalette.h"
 #include "platform/HeapBlock.h"
-#include "platform/Settings.h"
 #include "platform/StringTable.h"
 #include "selection/AToolSelectPen.h"
 #include "selection/SelectToolFixture.h"
 #include "support/ScriptedPresenter.h"
 
+#include <QAction>
+#include <QMenu>
+#include <QToolButton>
+
 namespace {
 
 using AToolSelectFreeTest = SelectToolTest;
-using AToolSelectPenTest = SelectToolTest;
 
 TEST_F(AToolSelectFreeTest, PathBecomesNewAddedOrSubtractedSelection) {
     Open<AToolSelectFree>(60, 40);
@@ -66,34 +70,72 @@ TEST_F(AToolSelectFreeTest, NoMemoryForThePolygonLeavesTheSelection) {
     EXPECT_EQ(Selection(), before);
 }
 
-TEST_F(AToolSelectPenTest, StrokesPaintTheSelectionWithThePen) {
-    platform::Settings::WriteInt("ToolSection", "PenSize", 4);
-    platform::Settings::WriteInt("ToolSection", "PenShape", 1);
-    Open<AToolSelectPen>(60, 40);
-    Press({10, 10});
-    Move({30, 10});
+// The pen selection inside the real main window, with the pen chosen on the
+// palette as a user does.
+class AToolSelectPenTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        frame = ShowMainFrame(app, 640, 480);
+        ASSERT_NE(frame, nullptr);
+        ASSERT_TRUE(app.CreateNewImage({60, 40, 72, 0}));
+        frame->OnToolCommand(33002);
+    }
+    void ChoosePen(const QString& entry) {
+        for (QAction* action : frame->Palette()->PenButton()->menu()->actions()) {
+            if (action->text() == entry) {
+                action->trigger();
+                return;
+            }
+        }
+        ADD_FAILURE() << "no pen entry " << entry.toStdString();
+    }
+    QWidget* Port() { return frame->ViewWindow()->viewport(); }
+    QPoint At(QPoint image) { return frame->View()->ImageToScreen(image); }
+    void Stroke(QPoint from, QPoint to, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QTest::mousePress(Port(), Qt::LeftButton, modifiers, At(from));
+        QTest::mouseMove(Port(), At(to));
+        QTest::mouseRelease(Port(), Qt::LeftButton, modifiers, At(to));
+    }
+    bool Selected(int x, int y) {
+        const CBriselDoc& doc = app.Document();
+        const CDibImage* mask = doc.GetFloatMask();
+        return mask != nullptr && mask->GetBit(x - doc.FloatX(), y - doc.FloatY()) != 0;
+    }
+
+    CBriselApp app;
+    CMainFrame* frame = nullptr;
+};
+
+TEST_F(AToolSelectPenTest, StrokesPaintTheSelectionWithThePalettesPen) {
+    ChoosePen("Rect");
+    ChoosePen("4 pixels");
+    ASSERT_EQ(frame->PenSize(), 4);
+    QTest::mousePress(Port(), Qt::LeftButton, {}, At({10, 10}));
+    QTest::mouseMove(Port(), At({30, 10}));
     // The outline follows the painted work mask while the pen is down.
-    auto& tool = static_cast<AToolSelectPen&>(View());
+    auto& tool = static_cast<AToolSelectPen&>(*frame->View());
     EXPECT_FALSE(tool.Outline().IsEmpty());
-    EXPECT_EQ(host.doc.GetFloatMask(), nullptr);
-    Release({30, 10});
-    const ImageRect band = Selection();
+    EXPECT_EQ(app.Document().GetFloatMask(), nullptr);
+    QTest::mouseRelease(Port(), Qt::LeftButton, {}, At({30, 10}));
+    const ImageRect band = app.Document().GetFloatRect();
     EXPECT_EQ(band.bottom - band.top, 4);
     EXPECT_LE(band.left, 10);
     EXPECT_GE(band.right, 31);
     EXPECT_TRUE(Selected(20, 10));
-    EXPECT_EQ(host.undo.Kind(), 5);
+    EXPECT_EQ(frame->UndoRecord().Kind(), 5);
 
     // Ctrl wipes a part out again; Shift adds a second stroke.
-    Press({20, 5}, Qt::ControlModifier);
-    Move({20, 15}, Qt::ControlModifier);
-    Release({20, 15}, Qt::ControlModifier);
+    Stroke({20, 5}, {20, 15}, Qt::ControlModifier);
     EXPECT_FALSE(Selected(20, 10));
     EXPECT_TRUE(Selected(12, 10));
-    Press({10, 30}, Qt::ShiftModifier);
-    Release({10, 30}, Qt::ShiftModifier);
+    Stroke({10, 30}, {10, 30}, Qt::ShiftModifier);
     EXPECT_TRUE(Selected(10, 30));
     EXPECT_TRUE(Selected(12, 10));
+
+    // A pen chosen later is used by the next stroke: a 12-pixel band.
+    ChoosePen("12 pixels");
+    Stroke({10, 20}, {40, 20});
+    EXPECT_EQ(app.Document().GetFloatRect().bottom - app.Document().GetFloatRect().top, 12);
 }
 
 } // namespace
