@@ -77,7 +77,7 @@ TEST_F(AToolSelectRectTest, AltKeepsTheBoxSquare) {
     EXPECT_EQ(Selection(), (ImageRect{34, 24, 41, 31}));
 }
 
-TEST_F(AToolSelectRectTest, EllipseSelectsItsInscribedShape) {
+TEST_F(AToolSelectRectTest, EllipseSelectsAddsAndSubtractsItsInscribedShape) {
     Open<AToolSelectOval>(60, 40);
     Drag({10, 10}, {30, 30});
     EXPECT_EQ(Selection(), (ImageRect{10, 10, 31, 31}));
@@ -89,6 +89,23 @@ TEST_F(AToolSelectRectTest, EllipseSelectsItsInscribedShape) {
     EXPECT_EQ(Selection(), (ImageRect{10, 2, 46, 31}));
     EXPECT_TRUE(Selected(20, 20));
     EXPECT_TRUE(Selected(42, 4));
+    // Ctrl subtracts an ellipse, not its box: the box's corners stay selected.
+    Drag({15, 15}, {25, 25}, Qt::ControlModifier);
+    EXPECT_FALSE(Selected(20, 20));
+    EXPECT_FALSE(Selected(20, 15));
+    EXPECT_TRUE(Selected(15, 15));
+    EXPECT_TRUE(Selected(25, 25));
+    EXPECT_TRUE(Selected(42, 4));
+    EXPECT_EQ(host.undo.Kind(), 5);
+    // A click without a drag removes the selection; undo brings it back.
+    const ImageRect before = Selection();
+    Press({55, 35});
+    Release({55, 35});
+    EXPECT_EQ(host.doc.GetFloatMask(), nullptr);
+    EXPECT_FALSE(view.OutlineTimerActive());
+    ASSERT_TRUE(host.undo.Undo(host.doc));
+    EXPECT_EQ(Selection(), before);
+    EXPECT_FALSE(Selected(20, 20));
 }
 
 TEST_F(AToolSelectRectTest, RubberBandInvertsThePictureAndLeavesNoTrace) {
