@@ -2,7 +2,6 @@
 
 #include "image/CBriselDoc.h"
 #include "image/CDibImage.h"
-#include "ops/ImageCommands.h"
 #include "platform/MessagePresenter.h"
 #include "platform/Settings.h"
 #include "platform/StringTable.h"
@@ -155,7 +154,7 @@ void CRescaleDlg::FollowAspect(bool fromWidth) {
 void CRescaleDlg::ResolutionTyped() {
     bool ok = false;
     const int dpi = m_dpiEdit->text().trimmed().toInt(&ok);
-    if (!ok || dpi < 1 || dpi > kMaxImageSide) {
+    if (!ok || dpi < 1 || dpi > kLargestResolution) {
         return;
     }
     m_dpi = dpi;
@@ -188,13 +187,13 @@ bool CRescaleDlg::Validate() {
     if (!ok) {
         return ShowError(platform::IDS_NOT_A_NUMBER);
     }
-    if (m_width < 1 || m_width > kMaxImageSide) {
+    if (m_width < 1 || m_width > kLargestSide) {
         return ShowError(platform::IDS_WIDTH_OUT_OF_RANGE);
     }
-    if (m_height < 1 || m_height > kMaxImageSide) {
+    if (m_height < 1 || m_height > kLargestSide) {
         return ShowError(platform::IDS_HEIGHT_OUT_OF_RANGE);
     }
-    if (dpi < 1 || dpi > kMaxImageSide) {
+    if (dpi < 1 || dpi > kLargestResolution) {
         return ShowError(platform::IDS_RESOLUTION_OUT_OF_RANGE);
     }
     m_dpi = dpi;
