@@ -45,14 +45,39 @@ ImageRect FloatingArea(const CBriselDoc& doc) {
     return ImageRect{r.left, r.top, r.right - 1, r.bottom - 1};
 }
 
+// Empty text places nothing but still ends the floating selection the text
+// would have replaced: it is put down as one undo step of kind 5. A floating
+// selection without width cannot exist, so none is left.
+int PutDownSelectionOnly(CommandContext& context, EditResult& result) {
+    CBriselDoc& doc = context.doc;
+    const ImageRect oldArea = FloatingArea(doc);
+    if (oldArea.right < oldArea.left) {
+        return 0;
+    }
+    context.undo.RecordWithWarning(doc, 5);
+    doc.PutFloating(false);
+    doc.UpdateAllViews();
+    result.done = 1;
+    result.repaint = true;
+    result.area = oldArea;
+    result.outline = false;
+    return 1;
+}
+
 } // namespace
 
 int PlaceText(CommandContext& context, const TextFont& font, const std::string& text, int x, int y,
               EditResult& result) {
     CBriselDoc& doc = context.doc;
     const CDibImage* picture = doc.GetPicture();
+    if (picture == nullptr) {
+        return 0;
+    }
+    if (text.empty()) {
+        return PutDownSelectionOnly(context, result);
+    }
     TextGlyphs glyphs;
-    if (picture == nullptr || text.empty() || !glyphs.SetFont(font)) {
+    if (!glyphs.SetFont(font)) {
         return 0;
     }
     platform::WaitCursor wait;

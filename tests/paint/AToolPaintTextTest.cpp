@@ -62,18 +62,35 @@ TEST_F(TextPlacementTest, ItalicTextIsOneAverageCharacterWiderAndStyledTextDiffe
     EXPECT_GT(SelectedPixels(), uprightPixels) << "bold strokes are thicker";
 }
 
-TEST_F(TextPlacementTest, EmptyTextOrShortMemoryChangesNothing) {
-    doc.CreateFloating(1, 1, 4, 4, false);
-    doc.SetFloatPosition(1, 1);
-    EXPECT_EQ(Place(TextFont{}, "", 2, 2), 0);
-    EXPECT_EQ(doc.GetFloatRect(), (ImageRect{1, 1, 5, 5}));
-    EXPECT_EQ(undo.Kind(), 0);
+TEST_F(TextPlacementTest, ShortMemoryChangesNothingAndEmptyTextOnlyPutsTheSelectionDown) {
+    ASSERT_TRUE(doc.CreateFloating(1, 1, 4, 4, false));
+    Paint(*doc.GetFloatImage(), 0x00ABCDEF);
+    doc.SetFloatPosition(6, 2);
+    const ImageRect floating{6, 2, 10, 6};
 
     platform::HeapBlock::FailNextAllocations(1);
     EXPECT_EQ(Place(TextFont{}, "text", 2, 2), 0);
     EXPECT_EQ(presenter.ShownIds().back(), platform::IDS_DISK_SPACE_NOT_ENOUGH);
-    EXPECT_EQ(doc.GetFloatRect(), (ImageRect{1, 1, 5, 5}));
+    EXPECT_EQ(doc.GetFloatRect(), floating);
     EXPECT_EQ(undo.Kind(), 0);
+
+    // Empty text: the old selection is stamped where it floats, as one undo
+    // step, and nothing new floats.
+    EXPECT_EQ(Place(TextFont{}, "", 2, 2), 1);
+    EXPECT_EQ(doc.GetFloatMask(), nullptr);
+    EXPECT_EQ(doc.GetPicture()->GetPixel(9, 5), 0x00ABCDEFu);
+    EXPECT_EQ(doc.GetPicture()->GetPixel(2, 2), original->GetPixel(2, 2));
+    EXPECT_FALSE(result.outline);
+    EXPECT_EQ(undo.Kind(), 5);
+    ASSERT_TRUE(undo.Undo(doc));
+    EXPECT_EQ(doc.GetFloatRect(), floating);
+    EXPECT_EQ(doc.GetPicture()->GetPixel(9, 5), original->GetPixel(9, 5));
+
+    // Without a selection there is nothing to put down: the undo record keeps its step.
+    doc.DiscardFloating();
+    EXPECT_EQ(Place(TextFont{}, "", 2, 2), 0);
+    EXPECT_EQ(doc.GetFloatMask(), nullptr);
+    EXPECT_TRUE(undo.CanRedo(&doc));
 }
 
 TEST(TextGlyphsTest, CourierNewFallsBackToTheSystemMonospaceFaceWhenAbsent) {
@@ -169,6 +186,16 @@ TEST_F(AToolPaintTextTest, ATapAsksForTextAndFloatsItThereInTheForegroundColour)
     EXPECT_FALSE(*asked);
     EXPECT_EQ(host.doc.FloatX(), 17);
     EXPECT_EQ(host.undo.Kind(), 3);
+
+    // Confirming empty text elsewhere puts the text down and floats nothing.
+    Answer(QString());
+    Tap(QPoint(55, 35));
+    EXPECT_EQ(host.doc.GetFloatMask(), nullptr);
+    EXPECT_EQ(host.doc.GetPicture()->GetPixel(glyph.x() + 7, glyph.y() + 3), 0x00FF0000u);
+    EXPECT_EQ(host.undo.Kind(), 5);
+    EXPECT_FALSE(view.OutlineTimerActive());
+    TextFont{}.Write();
+    TextFont::WriteInput("");
 }
 
 } // namespace
