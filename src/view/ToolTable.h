@@ -8,9 +8,8 @@ class CBriselView;
 class QWidget;
 
 // The one table of tools: command id, the palette button that offers it (-1
-// for none) and the factory of its view class. Labels are the string-table
-// entries with the same ids. Tools whose classes are not built yet make a
-// plain CBriselView, which does nothing with the pen.
+// for none), the factory of its view class and its options dialog. Labels
+// are the string-table entries with the same ids.
 namespace tools {
 
 constexpr int kFirstToolId = 33000;
