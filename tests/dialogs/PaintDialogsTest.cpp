@@ -71,6 +71,7 @@ TEST(PaintDialogs, ToolTableOpensTheRightDialogs) {
     const std::pair<int, const char*> dialogs[] = {{33006, "Tool Options"},
                                                    {33007, "Tool Options"},
                                                    {33010, "Eraser Options"},
+                                                   {33017, "Hue Options"},
                                                    {33025, "Flood Fill Options"},
                                                    {33026, "Gradient Dialog"}};
     for (const auto& [id, title] : dialogs) {
