@@ -6,9 +6,24 @@
 // Hot row loops are compiled twice where the compiler supports it: for the
 // machine's wider vector unit (chosen at load time) and for the baseline.
 #if defined(__GNUC__) && defined(__x86_64__) && !defined(__clang__)
-#define TAMRICK_VECTOR_CLONES __attribute__((target_clones("avx2", "default")))
+#define TAMRICK_VECTOR_CLONES __attribute__((target_clones("arch=x86-64-v4", "avx2", "default")))
 #else
 #define TAMRICK_VECTOR_CLONES
+#endif
+
+// Loops written with 64-byte vector byte permutes, chosen at run time on
+// machines that have them (HasBytePermutes); the others take the plain loop.
+#if defined(__GNUC__) && defined(__x86_64__)
+#include <immintrin.h>
+#define TAMRICK_HAS_BYTE_PERMUTES 1
+#define TAMRICK_BYTE_PERMUTES __attribute__((target("avx512f,avx512bw,avx512vbmi")))
+inline bool HasBytePermutes() {
+    static const bool has = __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
+                            __builtin_cpu_supports("avx512vbmi");
+    return has;
+}
+#else
+#define TAMRICK_HAS_BYTE_PERMUTES 0
 #endif
 
 // Small integer rules shared by the filter engines.
