@@ -64,4 +64,19 @@ constexpr bool DivideBy100IsExact() {
 }
 static_assert(DivideBy100IsExact());
 
+// The same quotient with 16-bit lanes: the high half of a 16 x 16-bit
+// product, shifted by 6.
+constexpr std::uint16_t DivideBy100Narrow(std::uint16_t x) {
+    return static_cast<std::uint16_t>(static_cast<std::uint16_t>((static_cast<std::uint32_t>(x) * 41944u) >> 16) >> 6);
+}
+constexpr bool DivideBy100NarrowIsExact() {
+    for (int x = 0; x <= 25550; ++x) {
+        if (DivideBy100Narrow(static_cast<std::uint16_t>(x)) != x / 100) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(DivideBy100NarrowIsExact());
+
 } // namespace ops
