@@ -12,8 +12,6 @@
 #include "ops/FilterMath.h"
 #include "ops/PlanarRows.h"
 
-#include <cstring>
-
 namespace {
 
 using I = std::int16_t;
@@ -111,13 +109,9 @@ int CImageFilter::FindEdge(int keepOriginal, int colorMode, int transparency, Co
                             {static_cast<U>(m_colorA[2]), static_cast<U>(m_colorA[1]), static_cast<U>(m_colorA[0])},
                             static_cast<U>((100 - t) * m_colorA[2] + 50)};
     const int width = m_width;
-    const std::uint32_t pixelBytes = 3 * static_cast<std::uint32_t>(width);
-    const std::uint32_t rowBytes = m_rowBytes;
-    return ops::ForEachRowAsPlanes(m_src->Bits(), m_dst->MutableBits(), width, m_height, rowBytes, 0,
+    return ops::ForEachRowAsPlanes(m_src->Bits(), m_dst->MutableBits(), width, m_height, m_rowBytes,
                                    [&](const ops::RowPlanes& prev, const ops::RowPlanes& cur,
-                                       const ops::RowPlanes& next, const std::uint8_t* source, std::uint8_t* out,
-                                       std::uint8_t*) {
+                                       const ops::RowPlanes& next, std::uint8_t* out) {
                                        FindEdgeRow(prev, cur, next, out, width, how);
-                                       std::memcpy(out + pixelBytes, source + pixelBytes, rowBytes - pixelBytes);
                                    });
 }
