@@ -79,4 +79,22 @@ constexpr bool DivideBy100NarrowIsExact() {
 }
 static_assert(DivideBy100NarrowIsExact());
 
+// Truncated quotients by one divisor d (1..65536) of numerators with
+// |x| <= 32768, as a multiplication: with m = ceil(2^32 / d), the error of
+// |x| m / 2^32 against |x| / d stays below 1 / d, so the floor is exact.
+class SmallDivisor {
+public:
+    explicit SmallDivisor(int divisor)
+        : m_multiplier(((std::uint64_t{1} << 32) + static_cast<std::uint64_t>(divisor) - 1) /
+                       static_cast<std::uint64_t>(divisor)) {}
+    int Divide(int x) const {
+        const std::uint64_t magnitude = static_cast<std::uint64_t>(x < 0 ? -x : x);
+        const int quotient = static_cast<int>((magnitude * m_multiplier) >> 32);
+        return x < 0 ? -quotient : quotient;
+    }
+
+private:
+    std::uint64_t m_multiplier;
+};
+
 } // namespace ops

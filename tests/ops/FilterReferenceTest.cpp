@@ -2,6 +2,7 @@
 // noisy pictures of many widths: every vector width, remainder and row end
 // shows up somewhere, and so does any lane that picks the wrong neighbour.
 #include "ops/CImageFilter.h"
+#include "ops/FilterMath.h"
 #include "ops/OpsTestImages.h"
 #include "ops/RowPasses.h"
 
@@ -246,6 +247,15 @@ TEST(FilterReference, EmbossInEveryDirectionAndDespeckle) {
     }
     ExpectFollowsRule([](CImageFilter& f) { return f.Despeckle(64); },
                       [](const Neighbourhood& at, int x, int y) { return DespeckleRule(at, x, y, 64); });
+}
+
+TEST(FilterReference, SmallDivisorTruncatesLikeDivision) {
+    for (int divisor = 1; divisor <= 256; ++divisor) {
+        const ops::SmallDivisor small(divisor);
+        for (int x = -32768; x <= 32768; ++x) {
+            ASSERT_EQ(small.Divide(x), x / divisor) << x << " / " << divisor;
+        }
+    }
 }
 
 TEST(FilterReference, ChannelTablesOnEveryRowLength) {
