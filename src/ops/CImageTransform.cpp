@@ -2,6 +2,7 @@
 
 #include "image/CDibImage.h"
 #include "ops/FilterMath.h"
+#include "ops/QuarterTurnStrip.h"
 #include "ops/RowPasses.h"
 
 #include <algorithm>
@@ -9,7 +10,6 @@
 
 namespace {
 
-constexpr int kTile = 64;
 
 TAMRICK_VECTOR_CLONES void ReversePixels(const std::uint8_t* __restrict in, std::uint8_t* __restrict out,
                                          int width) {
@@ -28,27 +28,6 @@ void ReverseBits(const std::uint8_t* in, std::uint8_t* out, int width) {
         if ((in[from >> 3] >> (7 - (from & 7))) & 1) {
             out[x >> 3] = static_cast<std::uint8_t>(out[x >> 3] | (0x80 >> (x & 7)));
         }
-    }
-}
-
-// Copies `count` pixels, one from each stored row `step` bytes apart, into a row.
-void CopyColumnToRow(const std::uint8_t* in, std::ptrdiff_t step, std::uint8_t* __restrict out, int count) {
-    for (int k = 0; k < count; ++k, in += step, out += 3) {
-        out[0] = in[0];
-        out[1] = in[1];
-        out[2] = in[2];
-    }
-}
-
-// The same for four neighbouring columns (`next` bytes apart) into four rows.
-void CopyColumnsToRows(const std::uint8_t* in, std::ptrdiff_t step, std::ptrdiff_t next,
-                       std::uint8_t* __restrict out0, std::uint8_t* __restrict out1,
-                       std::uint8_t* __restrict out2, std::uint8_t* __restrict out3, int count) {
-    for (int k = 0; k < count; ++k, in += step) {
-        std::memcpy(out0 + 3 * k, in, 3);
-        std::memcpy(out1 + 3 * k, in + next, 3);
-        std::memcpy(out2 + 3 * k, in + 2 * next, 3);
-        std::memcpy(out3 + 3 * k, in + 3 * next, 3);
     }
 }
 
@@ -140,30 +119,20 @@ template <class SourcePosition> int CImageTransform::QuarterTurn(const SourcePos
     const std::uint32_t rowBytes = m_rowBytes;
     const int width = m_width;
     const int height = m_height;
-    const int tileRows = (height + kTile - 1) / kTile;
-    return ops::ForEachStoredRow(tileRows, 0, [=](int tile, std::uint8_t*) {
-        const int r0 = tile * kTile;
-        const int r1 = std::min(r0 + kTile, height);
-        for (int i0 = 0; i0 < width; i0 += kTile) {
-            const int count = std::min(kTile, width - i0);
-            const int firstStored = srcHeight - 1 - y0;
-            const auto columnStart = [&](int r) {
-                return src + (firstStored * srcRowBytes + i0 * storedStep) + 3 * (x0 + columnStep * r);
-            };
-            const auto rowStart = [&](int r) {
-                return dst + static_cast<std::size_t>(height - 1 - r) * rowBytes + 3 * i0;
-            };
-            int r = r0;
-            // Four target rows at a time read four neighbouring pixels of each
-            // source row together.
-            for (; r + 4 <= r1; r += 4) {
-                CopyColumnsToRows(columnStart(r), storedStep, 3 * columnStep, rowStart(r), rowStart(r + 1),
-                                  rowStart(r + 2), rowStart(r + 3), count);
-            }
-            for (; r < r1; ++r) {
-                CopyColumnToRow(columnStart(r), storedStep, rowStart(r), count);
-            }
+    // The target pixel i that reads the source's last stored row.
+    const int firstStored = srcHeight - 1 - y0;
+    const int lastStoredIndex =
+        storedStep == 0 ? 0 : static_cast<int>((srcHeight - 1 - firstStored) * srcRowBytes / storedStep);
+    const int strips = (height + ops::kTurnStrip - 1) / ops::kTurnStrip;
+    return ops::ForEachStoredRow(strips, 0, [=](int strip, std::uint8_t*) {
+        const int r0 = strip * ops::kTurnStrip;
+        const int count = std::min(ops::kTurnStrip, height - r0);
+        std::uint8_t* rows[ops::kTurnStrip];
+        for (int j = 0; j < count; ++j) {
+            rows[j] = dst + static_cast<std::size_t>(height - 1 - (r0 + j)) * rowBytes;
         }
+        const std::uint8_t* first = src + firstStored * srcRowBytes + 3 * (x0 + columnStep * r0);
+        ops::TurnStrip(first, storedStep, columnStep, rows, count, width, lastStoredIndex);
     });
 }
 

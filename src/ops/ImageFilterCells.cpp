@@ -4,6 +4,7 @@
 #include "ops/CImageFilter.h"
 #include "ops/FilterMath.h"
 #include "ops/RowPasses.h"
+#include "platform/HeapBlock.h"
 
 #include <algorithm>
 #include <cstring>
@@ -38,16 +39,37 @@ void SumRowsIntoColumns(const CDibImage& src, int top, int n, std::int16_t* sums
 }
 
 // Mean of the n columns from `x` (last column repeated) for each channel, with
-// the cell sum wrapping at 16 bits; the low byte of the quotient is kept.
-inline void CellMean(const std::int16_t* sums, int x, int n, int width, std::uint8_t* out) {
-    for (int ch = 0; ch < 3; ++ch) {
-        std::int16_t sum = 0;
-        for (int i = 0; i < n; ++i) {
-            const int column = std::min(x + i, width - 1);
-            sum = static_cast<std::int16_t>(sum + sums[3 * column + ch]);
-        }
-        out[ch] = static_cast<std::uint8_t>(sum / (n * n));
+// the cell sum wrapping at 16 bits; the low byte of the quotient is kept. The
+// sum is taken in full and cut to 16 bits once, which wraps the same way as
+// cutting after each addition.
+inline void CellMean(const std::int16_t* sums, int x, int n, int width, const std::uint8_t* means,
+                     std::uint8_t* out) {
+    const int inside = std::min(n, width - x);
+    const std::int16_t* column = sums + 3 * x;
+    int total[3] = {0, 0, 0};
+    for (int i = 0; i < inside; ++i) {
+        total[0] += column[3 * i];
+        total[1] += column[3 * i + 1];
+        total[2] += column[3 * i + 2];
     }
+    const std::int16_t* last = column + 3 * (inside - 1);
+    for (int ch = 0; ch < 3; ++ch) {
+        total[ch] += (n - inside) * last[ch];
+        out[ch] = means[static_cast<std::uint16_t>(total[ch])];
+    }
+}
+
+// The low byte of the truncated quotient of every 16-bit cell sum by the
+// cell's area n x n, indexed by the sum's 16 bits.
+platform::HeapBlock CellMeans(int n) {
+    platform::HeapBlock block = platform::HeapBlock::AllocateForOverwrite(65536);
+    if (block) {
+        const ops::SmallDivisor area(n * n);
+        for (int sum = -32768; sum <= 32767; ++sum) {
+            block.data()[static_cast<std::uint16_t>(sum)] = static_cast<std::uint8_t>(area.Divide(sum));
+        }
+    }
+    return block;
 }
 
 } // namespace
@@ -65,6 +87,10 @@ int CImageFilter::Mosaic(int cellSize) {
     const int bands = (m_height + n - 1) / n;
     std::uint8_t* dst = m_dst->MutableBits();
     const std::size_t sumBytes = static_cast<std::size_t>(pixelBytes) * sizeof(std::int16_t);
+    const platform::HeapBlock means = CellMeans(n);
+    if (!means) {
+        return 0;
+    }
     return ops::ForEachStoredRow(bands, sumBytes + m_rowBytes, [&](int band, std::uint8_t* work) {
         auto* sums = reinterpret_cast<std::int16_t*>(work);
         std::uint8_t* row = work + sumBytes;
@@ -72,9 +98,12 @@ int CImageFilter::Mosaic(int cellSize) {
         SumRowsIntoColumns(*m_src, top, n, sums, pixelBytes);
         for (int x = 0; x < m_width; x += n) {
             std::uint8_t mean[3];
-            CellMean(sums, x, n, m_width, mean);
-            for (int i = x; i < std::min(x + n, m_width); ++i) {
-                std::memcpy(row + 3 * i, mean, 3);
+            CellMean(sums, x, n, m_width, means.data(), mean);
+            const int end = std::min(x + n, m_width);
+            for (int i = x; i < end; ++i) {
+                row[3 * i] = mean[0];
+                row[3 * i + 1] = mean[1];
+                row[3 * i + 2] = mean[2];
             }
         }
         for (int y = top; y < std::min(top + n, m_height); ++y) {
@@ -91,6 +120,10 @@ int CImageFilter::Average(int cellSize) {
     const int pixelBytes = 3 * m_width;
     const std::size_t sumBytes = static_cast<std::size_t>(pixelBytes + 3 * n) * sizeof(std::int16_t);
     std::uint8_t* dst = m_dst->MutableBits();
+    const platform::HeapBlock means = CellMeans(n);
+    if (!means) {
+        return 0;
+    }
     return ops::ForEachStoredRow(m_height, sumBytes + m_rowBytes, [&](int y, std::uint8_t* work) {
         auto* sums = reinterpret_cast<std::int16_t*>(work);
         std::uint8_t* row = work + sumBytes;
@@ -104,7 +137,7 @@ int CImageFilter::Average(int cellSize) {
             MeanOfFourColumns(sums, row, pixelBytes);
         } else {
             for (int x = 0; x < m_width; ++x) {
-                CellMean(sums, x, n, m_width, row + 3 * x);
+                CellMean(sums, x, n, m_width, means.data(), row + 3 * x);
             }
         }
         std::memcpy(StoredRow(dst, y), row, m_rowBytes);

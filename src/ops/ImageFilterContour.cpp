@@ -60,6 +60,69 @@ TAMRICK_VECTOR_CLONES void WinningChannels(const std::uint8_t* __restrict prev,
     }
 }
 
+// Every output byte is (o x scale + offset) / 100 of its source byte o, with
+// the scale and offset chosen by the pixel's kind (not an edge; an edge where
+// the byte's channel does not differ; one where it does) and the channel.
+// The sum stays within 25550, where the quotient by 100 is a multiplication.
+struct ContourRules {
+    std::uint16_t scale[3][3];  // [kind][channel blue, green, red]
+    std::uint16_t offset[3][3]; // rounding half included
+};
+constexpr int kNotEdge = 0;
+constexpr int kEdgeSame = 1;
+constexpr int kEdgeDiffers = 2;
+
+TAMRICK_VECTOR_CLONES void ColourContourRow(const std::uint8_t* __restrict cur,
+                                            const std::uint8_t* __restrict winning,
+                                            std::uint8_t* __restrict out, int width, const ContourRules& rules) {
+    std::uint16_t scale[3][3];
+    std::uint16_t offset[3][3];
+    std::memcpy(scale, rules.scale, sizeof scale);
+    std::memcpy(offset, rules.offset, sizeof offset);
+    for (int x = 0; x < width; ++x) {
+        const std::uint8_t w = winning[x];
+        for (int ch = 0; ch < 3; ++ch) {
+            const bool edge = w != 0;
+            const bool differs = ((w >> ch) & 1) != 0;
+            const std::uint16_t s = edge ? (differs ? scale[kEdgeDiffers][ch] : scale[kEdgeSame][ch])
+                                         : scale[kNotEdge][ch];
+            const std::uint16_t k = edge ? (differs ? offset[kEdgeDiffers][ch] : offset[kEdgeSame][ch])
+                                         : offset[kNotEdge][ch];
+            out[3 * x + ch] = static_cast<std::uint8_t>(
+                ops::DivideBy100Narrow(static_cast<std::uint16_t>(cur[3 * x + ch] * s + k)));
+        }
+    }
+}
+
+// The rule of each kind and channel for the chosen options. The darkest-edge
+// rule does not use the transparency.
+ContourRules MakeContourRules(bool darkest, bool keepOriginal, bool foregroundColour, int t,
+                              const int backBgr[3], const int foreBgr[3]) {
+    ContourRules rules{};
+    const auto set = [&](int kind, int ch, int scale, int value) {
+        rules.scale[kind][ch] = static_cast<std::uint16_t>(scale);
+        rules.offset[kind][ch] = static_cast<std::uint16_t>(value + 50);
+    };
+    for (int ch = 0; ch < 3; ++ch) {
+        for (int kind : {kEdgeSame, kEdgeDiffers}) {
+            const int line = kind == kEdgeSame ? 255 : 0; // 255 - d
+            if (darkest) {
+                set(kind, ch, 0, 100 * (foregroundColour ? foreBgr[ch] : line));
+            } else {
+                set(kind, ch, t, (100 - t) * (foregroundColour ? foreBgr[ch] : line));
+            }
+        }
+        if (keepOriginal) {
+            set(kNotEdge, ch, 100, 0);
+        } else if (!darkest && t > 0) {
+            set(kNotEdge, ch, t, (100 - t) * backBgr[ch]);
+        } else {
+            set(kNotEdge, ch, 0, 100 * backBgr[ch]);
+        }
+    }
+    return rules;
+}
+
 } // namespace
 
 int CImageFilter::TraceContour(int darkestEdge, int keepOriginal, int colorMode, int transparency,
@@ -75,40 +138,7 @@ int CImageFilter::TraceContour(int darkestEdge, int keepOriginal, int colorMode,
     const bool darkest = m_rowOp == 1;
     const int backBgr[3] = {m_colorA[2], m_colorA[1], m_colorA[0]};
     const int foreBgr[3] = {m_colorB[2], m_colorB[1], m_colorB[0]};
-    // Every output byte is one of three functions of the source byte o: not an
-    // edge, an edge whose channel difference d is 0, or one where d is 255.
-    // The darkest-edge rule does not use the transparency.
-    static constexpr int kNotEdge = 0;
-    static constexpr int kEdgeSame = 1;
-    static constexpr int kEdgeDiffers = 2;
-    std::uint8_t outputs[3][3][256];
-    for (int ch = 0; ch < 3; ++ch) {
-        for (int o = 0; o < 256; ++o) {
-            for (int d : {0, 255}) {
-                int edge;
-                if (darkest) {
-                    edge = colorMode ? foreBgr[ch] : 255 - d;
-                } else {
-                    edge = colorMode ? (o * t + foreBgr[ch] * (100 - t) + 50) / 100
-                                     : ((100 - t) * (255 - d) + o * t + 50) / 100;
-                }
-                outputs[d == 0 ? kEdgeSame : kEdgeDiffers][ch][o] = static_cast<std::uint8_t>(edge);
-            }
-            int plain = o;
-            if (!keepOriginal) {
-                plain = (!darkest && t > 0) ? (o * t + backBgr[ch] * (100 - t) + 50) / 100 : backBgr[ch];
-            }
-            outputs[kNotEdge][ch][o] = static_cast<std::uint8_t>(plain);
-        }
-    }
-    // The table each channel's byte goes through, per set of winning channels.
-    const std::uint8_t* channelTable[8][3];
-    for (int winning = 0; winning < 8; ++winning) {
-        for (int ch = 0; ch < 3; ++ch) {
-            const int kind = winning == 0 ? kNotEdge : ((winning >> ch) & 1) ? kEdgeDiffers : kEdgeSame;
-            channelTable[winning][ch] = outputs[kind][ch];
-        }
-    }
+    const ContourRules rules = MakeContourRules(darkest, keepOriginal != 0, colorMode != 0, t, backBgr, foreBgr);
     const int width = m_width;
     const std::uint32_t rowBytes = m_rowBytes;
     const std::size_t codeRow = static_cast<std::size_t>(width) + 2;
@@ -130,13 +160,8 @@ int CImageFilter::TraceContour(int darkestEdge, int keepOriginal, int colorMode,
             WinningChannels(previous, current, next, winning, width, darkest);
             const std::uint8_t* cur = row(y);
             std::uint8_t* out = dst + static_cast<std::size_t>(y) * rowBytes;
-            std::memcpy(out, cur, rowBytes);
-            for (int x = 0; x < width; ++x) {
-                const std::uint8_t* const* tables = channelTable[winning[x]];
-                out[3 * x] = tables[0][cur[3 * x]];
-                out[3 * x + 1] = tables[1][cur[3 * x + 1]];
-                out[3 * x + 2] = tables[2][cur[3 * x + 2]];
-            }
+            ColourContourRow(cur, winning, out, width, rules);
+            std::memcpy(out + 3 * width, cur + 3 * width, rowBytes - 3 * width); // padding
             std::uint8_t* oldest = previous;
             previous = current;
             current = next;

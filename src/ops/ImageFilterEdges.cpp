@@ -1,152 +1,94 @@
 // Find Edge: four directional sums per pixel, the strongest direction deciding
 // whether the pixel is an edge and how dark it becomes.
+//
+// The rows are read as channel planes (PlanarRows.h), so that the whole rule
+// of a pixel is one loop body without branches that the compiler vectorises.
+// Everything is 16-bit: sums of three bytes, their differences (within
+// -510..1275) and the three-channel strengths (at most 3825) fit signed 16
+// bits, and the darkening and blending products (at most 65152 and 25550) fit
+// unsigned 16 bits.
 #include "image/CDibImage.h"
 #include "ops/CImageFilter.h"
 #include "ops/FilterMath.h"
-#include "ops/RowPasses.h"
-#include "platform/HeapBlock.h"
-
-#include <cstdlib>
-#include <cstring>
+#include "ops/PlanarRows.h"
 
 namespace {
 
-// Absolute directional sums of Find Edge for byte j, given its left and right
-// neighbours' byte positions (the same byte at the row's ends).
-inline void EdgeSumsAt(const std::uint8_t* __restrict p, const std::uint8_t* __restrict c,
-                       const std::uint8_t* __restrict n, int j, int l, int r, std::uint16_t* __restrict a1,
-                       std::uint16_t* __restrict a2, std::uint16_t* __restrict a3,
-                       std::uint16_t* __restrict a4) {
-    const int d1 = (p[l] + p[j] + p[r]) - (n[l] + n[j] + n[r]);
-    const int abs1 = std::abs(d1);
-    const int d2 = c[l] + n[l] + abs1 - c[r] - p[r];
-    const int d3 = (p[l] + c[l] + n[l]) - (p[r] + c[r] + n[r]);
-    const int d4 = (p[j] + p[r] + c[r]) - (c[l] + n[l] + n[j]);
-    a1[j] = static_cast<std::uint16_t>(abs1);
-    a2[j] = static_cast<std::uint16_t>(std::abs(d2));
-    a3[j] = static_cast<std::uint16_t>(std::abs(d3));
-    a4[j] = static_cast<std::uint16_t>(std::abs(d4));
-}
+using I = std::int16_t;
+using U = std::uint16_t;
 
-TAMRICK_VECTOR_CLONES void FormEdgeSums(const std::uint8_t* __restrict p, const std::uint8_t* __restrict c,
-                                        const std::uint8_t* __restrict n, int pixelBytes,
-                                        std::uint16_t* __restrict a1, std::uint16_t* __restrict a2,
-                                        std::uint16_t* __restrict a3, std::uint16_t* __restrict a4) {
-    const int last = pixelBytes - 3;
-    for (int j = 3; j < last; ++j) {
-        EdgeSumsAt(p, c, n, j, j - 3, j + 3, a1, a2, a3, a4);
-    }
-    for (int j = 0; j < std::min(3, pixelBytes); ++j) {
-        EdgeSumsAt(p, c, n, j, j >= 3 ? j - 3 : j, j < last ? j + 3 : j, a1, a2, a3, a4);
-    }
-    for (int j = std::max(last, 3); j < pixelBytes; ++j) {
-        EdgeSumsAt(p, c, n, j, j >= 3 ? j - 3 : j, j < last ? j + 3 : j, a1, a2, a3, a4);
-    }
-    for (std::uint16_t* plane : {a1, a2, a3, a4}) {
-        plane[pixelBytes] = plane[pixelBytes + 1] = 0;
-    }
-}
-
-// At every j (pixel starts j = 3x are used): the direction with the greatest
-// three-channel strength, an earlier one keeping its place on a tie; whether
-// the pixel is an edge (a winning channel above 32); and the darkening amount
-// k = min((strength + 1) / 3, 255).
-TAMRICK_VECTOR_CLONES void PickEdgeDirection(const std::uint16_t* __restrict a1,
-                                             const std::uint16_t* __restrict a2,
-                                             const std::uint16_t* __restrict a3,
-                                             const std::uint16_t* __restrict a4,
-                                             std::uint16_t* __restrict winner, std::uint16_t* __restrict edge,
-                                             std::uint16_t* __restrict darkening, int pixelBytes) {
-    for (int j = 0; j < pixelBytes; ++j) {
-        std::uint16_t best = 0;
-        std::uint16_t top = static_cast<std::uint16_t>(a1[j] + a1[j + 1] + a1[j + 2]);
-        const auto s2 = static_cast<std::uint16_t>(a2[j] + a2[j + 1] + a2[j + 2]);
-        const auto s3 = static_cast<std::uint16_t>(a3[j] + a3[j + 1] + a3[j + 2]);
-        const auto s4 = static_cast<std::uint16_t>(a4[j] + a4[j + 1] + a4[j + 2]);
-        best = s2 > top ? 1 : best;
-        top = s2 > top ? s2 : top;
-        best = s3 > top ? 2 : best;
-        top = s3 > top ? s3 : top;
-        best = s4 > top ? 3 : best;
-        top = s4 > top ? s4 : top;
-        std::uint16_t largest = 0;
-        for (int c = 0; c < 3; ++c) {
-            const std::uint16_t value = best == 0   ? a1[j + c]
-                                        : best == 1 ? a2[j + c]
-                                        : best == 2 ? a3[j + c]
-                                                    : a4[j + c];
-            largest = value > largest ? value : largest;
-        }
-        winner[j] = best;
-        edge[j] = largest > 32 ? 1 : 0;
-        darkening[j] = static_cast<std::uint16_t>(std::min((top + 1) / 3, 255));
-    }
-}
-
-// All ones when `on`, else zero.
-inline std::uint16_t MaskOf(bool on) {
-    return static_cast<std::uint16_t>(-static_cast<int>(on));
-}
-
-// How Find Edge colours a byte; the same for the whole picture.
+// How Find Edge colours a pixel; the same for the whole picture.
 struct EdgeColouring {
-    int transparency;
-    bool keepOriginal;
-    bool darken;         // "Darken Color" rather than "Default Line"
-    int backgroundBlend; // (100 - t) x the background's blue, plus the rounding half
+    U transparency;
+    U keepMask;       // all ones for "Original Image"
+    U darkenMask;     // all ones for "Darken Color" rather than "Default Line"
+    U exactMask;      // all ones when the transparency is below 1
+    U background[3];  // blue, green, red
+    U blendBase;      // (100 - t) x the background's blue, plus the rounding half
 };
 
-// The output bytes of one row. A byte's pixel-wide values (winning direction,
-// edge flag, darkening) sit at its pixel's first byte, `phase[j]` (j mod 3)
-// bytes back; `background[j]` is the background colour's byte for j's channel.
-TAMRICK_VECTOR_CLONES void
-ColourEdgeBytes(const std::uint8_t* __restrict cur, const std::uint16_t* __restrict a1,
-                const std::uint16_t* __restrict a2, const std::uint16_t* __restrict a3,
-                const std::uint16_t* __restrict a4, const std::uint16_t* __restrict winner,
-                const std::uint16_t* __restrict edge, const std::uint16_t* __restrict darkening,
-                const std::uint16_t* __restrict phase, const std::uint16_t* __restrict background,
-                std::uint8_t* __restrict out, int pixelBytes, EdgeColouring how) {
-    // 16-bit arithmetic throughout (every intermediate fits), so that a
-    // vector holds as many bytes as it can.
-    using U = std::uint16_t;
-    const auto t = static_cast<U>(how.transparency);
-    const auto rest = static_cast<U>(100 - how.transparency);
-    const auto blendBase = static_cast<U>(how.backgroundBlend);
-    // The options as all-ones or all-zero masks: choices by masking keep the
-    // loop free of branches, so that it vectorises.
-    const U keepMask = how.keepOriginal ? 0xFFFF : 0;
-    const U darkenMask = how.darken ? 0xFFFF : 0;
-    const U exactMask = how.transparency < 1 ? 0xFFFF : 0;
-    // x / 100 for x <= 25550: the high half of x times 41944, shifted by 6.
-    const auto divideBy100 = [](U x) {
-        return static_cast<U>(((static_cast<std::uint32_t>(x) * 41944u) >> 16) >> 6);
-    };
-    for (int j = 0; j < pixelBytes; ++j) {
-        // The pixel's values sit at its first byte, phase[j] = j mod 3 back.
-        const U ph = phase[j];
-        const U first = MaskOf(ph == 0);
-        const U second = MaskOf(ph == 1);
-        const U third = MaskOf(ph == 2);
-        const auto pick = [&](const std::uint16_t* v) {
-            return static_cast<U>((v[j] & first) | (v[j - 1] & second) | (v[j - 2] & third));
+inline I Abs(I v) {
+    return static_cast<I>(v < 0 ? -v : v);
+}
+
+// The four absolute directional sums of one channel at pixel x.
+struct ChannelSums {
+    I a1, a2, a3, a4;
+};
+
+inline ChannelSums SumsAt(const I* __restrict p, const I* __restrict c, const I* __restrict n, int x) {
+    const I pl = p[x - 1], pc = p[x], pr = p[x + 1];
+    const I cl = c[x - 1], cr = c[x + 1];
+    const I nl = n[x - 1], nc = n[x], nr = n[x + 1];
+    const I a1 = Abs(static_cast<I>((pl + pc + pr) - (nl + nc + nr)));
+    const I a2 = Abs(static_cast<I>(cl + nl + a1 - cr - pr));
+    const I a3 = Abs(static_cast<I>((pl + cl + nl) - (pr + cr + nr)));
+    const I a4 = Abs(static_cast<I>((pc + pr + cr) - (cl + nl + nc)));
+    return {a1, a2, a3, a4};
+}
+
+// One output byte of a channel with source value o and winning absolute sum a.
+inline std::uint8_t EdgeByte(U o, U a, U back, U k, U edgeMask, const EdgeColouring& how) {
+    const U rest = static_cast<U>(100 - how.transparency);
+    const U base = static_cast<U>((o & how.keepMask) | (back & ~how.keepMask));
+    const U darkened = static_cast<U>(static_cast<U>(base * static_cast<U>(255 - k) + 127) >> 8);
+    const U line = static_cast<U>(255 - (a < 255 ? a : 255));
+    const U e = static_cast<U>((darkened & how.darkenMask) | (line & ~how.darkenMask));
+    const U edgeOut = ops::DivideBy100Narrow(static_cast<U>(o * how.transparency + 50 + e * rest));
+    // Blended, the background gives its blue to every channel.
+    const U blend = ops::DivideBy100Narrow(static_cast<U>(how.blendBase + o * how.transparency));
+    const U blended = static_cast<U>((back & how.exactMask) | (blend & ~how.exactMask));
+    const U plain = static_cast<U>((o & how.keepMask) | (blended & ~how.keepMask));
+    return static_cast<std::uint8_t>((edgeOut & edgeMask) | (plain & ~edgeMask));
+}
+
+TAMRICK_VECTOR_CLONES void FindEdgeRow(ops::RowPlanes prev, ops::RowPlanes cur, ops::RowPlanes next,
+                                       std::uint8_t* __restrict out, int width, EdgeColouring how) {
+    for (int x = 0; x < width; ++x) {
+        const ChannelSums b = SumsAt(prev.blue, cur.blue, next.blue, x);
+        const ChannelSums g = SumsAt(prev.green, cur.green, next.green, x);
+        const ChannelSums r = SumsAt(prev.red, cur.red, next.red, x);
+        // The strongest direction, an earlier one keeping its place on a tie.
+        I top = static_cast<I>(b.a1 + g.a1 + r.a1);
+        I ab = b.a1, ag = g.a1, ar = r.a1;
+        const auto consider = [&](I sum, I cb, I cg, I cr) {
+            const bool wins = sum > top;
+            top = wins ? sum : top;
+            ab = wins ? cb : ab;
+            ag = wins ? cg : ag;
+            ar = wins ? cr : ar;
         };
-        const U w = pick(winner);
-        const U edgeMask = static_cast<U>(-pick(edge));
-        const U k = pick(darkening);
-        const U a = static_cast<U>((a1[j] & MaskOf(w == 0)) | (a2[j] & MaskOf(w == 1)) |
-                                   (a3[j] & MaskOf(w == 2)) | (a4[j] & MaskOf(w == 3)));
-        const U o = cur[j];
-        const U back = background[j];
-        const U base = static_cast<U>((o & keepMask) | (back & ~keepMask));
-        const U darkened = static_cast<U>(static_cast<U>(base * static_cast<U>(255 - k) + 127) >> 8);
-        const U line = static_cast<U>(255 - std::min<U>(a, 255));
-        const U e = static_cast<U>((darkened & darkenMask) | (line & ~darkenMask));
-        const U edgeOut = divideBy100(static_cast<U>(o * t + 50 + e * rest));
-        // Blended, the background gives its blue to every channel.
-        const U blend = divideBy100(static_cast<U>(blendBase + o * t));
-        const U blended = static_cast<U>((back & exactMask) | (blend & ~exactMask));
-        const U plain = static_cast<U>((o & keepMask) | (blended & ~keepMask));
-        out[j] = static_cast<std::uint8_t>((edgeOut & edgeMask) | (plain & ~edgeMask));
+        consider(static_cast<I>(b.a2 + g.a2 + r.a2), b.a2, g.a2, r.a2);
+        consider(static_cast<I>(b.a3 + g.a3 + r.a3), b.a3, g.a3, r.a3);
+        consider(static_cast<I>(b.a4 + g.a4 + r.a4), b.a4, g.a4, r.a4);
+        const bool edge = (ab > 32) | (ag > 32) | (ar > 32);
+        const U edgeMask = static_cast<U>(edge ? 0xFFFF : 0);
+        const I third = static_cast<I>((top + 1) / 3);
+        const U k = static_cast<U>(third < 255 ? third : 255);
+        out[3 * x] = EdgeByte(static_cast<U>(cur.blue[x]), static_cast<U>(ab), how.background[0], k, edgeMask, how);
+        out[3 * x + 1] =
+            EdgeByte(static_cast<U>(cur.green[x]), static_cast<U>(ag), how.background[1], k, edgeMask, how);
+        out[3 * x + 2] = EdgeByte(static_cast<U>(cur.red[x]), static_cast<U>(ar), how.background[2], k, edgeMask, how);
     }
 }
 
@@ -158,38 +100,18 @@ int CImageFilter::FindEdge(int keepOriginal, int colorMode, int transparency, Co
     if (!Ready()) {
         return 1;
     }
-    const int pixelBytes = 3 * m_width;
     const int t = m_percent;
-    const int backgroundBgr[3] = {m_colorA[2], m_colorA[1], m_colorA[0]};
-    const std::size_t plane = static_cast<std::size_t>(pixelBytes) + 8;
-    const std::uint32_t rowBytes = m_rowBytes;
-    const EdgeColouring how{t, keepOriginal != 0, colorMode != 0, (100 - t) * backgroundBgr[0] + 50};
-    // For each byte of a row: its channel, and the background colour's byte.
-    platform::HeapBlock patterns =
-        platform::HeapBlock::Allocate(2 * static_cast<std::size_t>(pixelBytes) * sizeof(std::uint16_t));
-    if (!patterns) {
-        return 0;
-    }
-    auto* phase = reinterpret_cast<std::uint16_t*>(patterns.data());
-    std::uint16_t* backgroundBytes = phase + pixelBytes;
-    for (int j = 0; j < pixelBytes; ++j) {
-        phase[j] = static_cast<std::uint16_t>(j % 3);
-        backgroundBytes[j] = static_cast<std::uint16_t>(backgroundBgr[j % 3]);
-    }
-    return ops::ThreeRowPass(
-        m_src->Bits(), m_dst->MutableBits(), m_height, rowBytes, 7 * plane * sizeof(std::uint16_t),
-        [&](const std::uint8_t* prev, const std::uint8_t* cur, const std::uint8_t* next, std::uint8_t* out,
-            std::uint8_t* work) {
-            auto* planes = reinterpret_cast<std::uint16_t*>(work);
-            std::uint16_t* a[4] = {planes, planes + plane, planes + 2 * plane, planes + 3 * plane};
-            // Two entries of margin before each: bytes read their pixel's
-            // values up to two places back.
-            std::uint16_t* winner = planes + 4 * plane + 2;
-            std::uint16_t* edge = planes + 5 * plane + 2;
-            std::uint16_t* darkening = planes + 6 * plane + 2;
-            FormEdgeSums(prev, cur, next, pixelBytes, a[0], a[1], a[2], a[3]);
-            PickEdgeDirection(a[0], a[1], a[2], a[3], winner, edge, darkening, pixelBytes);
-            ColourEdgeBytes(cur, a[0], a[1], a[2], a[3], winner, edge, darkening, phase, backgroundBytes, out,
-                            pixelBytes, how);
-        });
+    const auto mask = [](bool on) { return static_cast<U>(on ? 0xFFFF : 0); };
+    const EdgeColouring how{static_cast<U>(t),
+                            mask(keepOriginal != 0),
+                            mask(colorMode != 0),
+                            mask(t < 1),
+                            {static_cast<U>(m_colorA[2]), static_cast<U>(m_colorA[1]), static_cast<U>(m_colorA[0])},
+                            static_cast<U>((100 - t) * m_colorA[2] + 50)};
+    const int width = m_width;
+    return ops::ForEachRowAsPlanes(m_src->Bits(), m_dst->MutableBits(), width, m_height, m_rowBytes,
+                                   [&](const ops::RowPlanes& prev, const ops::RowPlanes& cur,
+                                       const ops::RowPlanes& next, std::uint8_t* out) {
+                                       FindEdgeRow(prev, cur, next, out, width, how);
+                                   });
 }

@@ -3,6 +3,7 @@
 #include "image/CDibImage.h"
 #include "ops/CImageFilter.h"
 #include "ops/FilterMath.h"
+#include "ops/PlanarRows.h"
 #include "ops/RowPasses.h"
 
 #include <cstdlib>
@@ -68,36 +69,28 @@ int ConvolveRows(const std::uint8_t* src, std::uint8_t* dst, int width, int heig
                              });
 }
 
-// d[j] = a[j + shiftA] - b[j + shiftB], the shifts moving a whole pixel left
-// or right and the row's end pixels standing in for their missing neighbours.
-TAMRICK_VECTOR_CLONES void EmbossDifferences(const std::uint8_t* __restrict a, int shiftA,
-                                             const std::uint8_t* __restrict b, int shiftB,
-                                             std::int16_t* __restrict d, int pixelBytes) {
-    const int last = pixelBytes - 3;
-    const auto clamped = [&](int j) {
-        d[j] = static_cast<std::int16_t>(a[std::clamp(j + shiftA, j % 3, last + j % 3)] -
-                                         b[std::clamp(j + shiftB, j % 3, last + j % 3)]);
-    };
-    for (int j = 0; j < std::min(3, pixelBytes); ++j) {
-        clamped(j);
-    }
-    for (int j = 3; j < last; ++j) {
-        d[j] = static_cast<std::int16_t>(a[j + shiftA] - b[j + shiftB]);
-    }
-    for (int j = std::max(last, 3); j < pixelBytes; ++j) {
-        clamped(j);
-    }
-    d[pixelBytes] = d[pixelBytes + 1] = 0;
-}
-
-// At every j: of d[j], d[j+1], d[j+2] the one of greatest magnitude, the
-// largest winning a tie (only pixel starts j = 3x are used).
-TAMRICK_VECTOR_CLONES void StrongestOfThree(const std::int16_t* __restrict d,
-                                            std::int16_t* __restrict strongest, int pixelBytes) {
-    for (int j = 0; j < pixelBytes; ++j) {
-        const std::int16_t largest = std::max(std::max(d[j], d[j + 1]), d[j + 2]);
-        const std::int16_t smallest = std::min(std::min(d[j], d[j + 1]), d[j + 2]);
-        strongest[j] = (smallest < 0 && -smallest > largest) ? smallest : largest;
+// Emboss of one row from the planes of its neighbours A and B, `stepA` and
+// `stepB` pixels to the side: D is the channel difference A - B of greatest
+// magnitude (the largest winning a tie), and every channel becomes
+// clamp(foreground + D x depth). 16-bit throughout: |D x depth| <= 2550.
+TAMRICK_VECTOR_CLONES void EmbossRow(ops::RowPlanes a, int stepA, ops::RowPlanes b, int stepB,
+                                     std::uint8_t* __restrict out, int width, int depth,
+                                     const std::int16_t foreground[3]) {
+    using I = std::int16_t;
+    const I fb = foreground[0], fg = foreground[1], fr = foreground[2];
+    const auto depth16 = static_cast<I>(depth);
+    const auto clamp = [](int v) { return static_cast<std::uint8_t>(v < 0 ? 0 : (v > 255 ? 255 : v)); };
+    for (int x = 0; x < width; ++x) {
+        const auto db = static_cast<I>(a.blue[x + stepA] - b.blue[x + stepB]);
+        const auto dg = static_cast<I>(a.green[x + stepA] - b.green[x + stepB]);
+        const auto dr = static_cast<I>(a.red[x + stepA] - b.red[x + stepB]);
+        const I largest = std::max(std::max(db, dg), dr);
+        const I smallest = std::min(std::min(db, dg), dr);
+        const I strongest = (smallest < 0 && -smallest > largest) ? smallest : largest;
+        const auto shift = static_cast<I>(strongest * depth16);
+        out[3 * x] = clamp(static_cast<I>(fb + shift));
+        out[3 * x + 1] = clamp(static_cast<I>(fg + shift));
+        out[3 * x + 2] = clamp(static_cast<I>(fr + shift));
     }
 }
 
@@ -242,32 +235,13 @@ int CImageFilter::Emboss(int direction, int depth, ColorWord foreground) {
     static constexpr Pick kPicks[8] = {{2, 1, 0, -1}, {2, 0, 0, 0}, {2, -1, 0, 1}, {1, 1, 1, -1},
                                        {0, -1, 2, 1}, {0, 0, 2, 0}, {0, 1, 2, -1}, {1, -1, 1, 1}};
     const Pick pick = kPicks[direction & 7];
-    // The output depends only on D, so it is tabled for D = -255..255.
-    // Blue, green, red in the low three bytes (memory order).
-    std::uint32_t table[511];
-    for (int d = -255; d <= 255; ++d) {
-        const std::uint8_t bytes[4] = {static_cast<std::uint8_t>(Clamp255(m_colorA[2] + d * depth)),
-                                       static_cast<std::uint8_t>(Clamp255(m_colorA[1] + d * depth)),
-                                       static_cast<std::uint8_t>(Clamp255(m_colorA[0] + d * depth)), 0};
-        std::memcpy(&table[d + 255], bytes, 4);
-    }
-    const int pixelBytes = 3 * m_width;
-    const std::size_t plane = static_cast<std::size_t>(pixelBytes) + 4;
-    return ops::ThreeRowPass(
-        m_src->Bits(), m_dst->MutableBits(), m_height, m_rowBytes, 2 * plane * sizeof(std::int16_t),
-        [&, pick, pixelBytes, plane](const std::uint8_t* prev, const std::uint8_t* cur,
-                                     const std::uint8_t* next, std::uint8_t* out, std::uint8_t* work) {
-            const std::uint8_t* rows[3] = {prev, cur, next};
-            auto* differences = reinterpret_cast<std::int16_t*>(work);
-            std::int16_t* strongest = differences + plane;
-            EmbossDifferences(rows[pick.rowA], 3 * pick.stepA, rows[pick.rowB], 3 * pick.stepB, differences,
-                              pixelBytes);
-            StrongestOfThree(differences, strongest, pixelBytes);
-            // Four bytes at a time; the fourth is overwritten by the next pixel.
-            const int last = pixelBytes - 3;
-            for (int x = 0; x < last; x += 3) {
-                std::memcpy(out + x, &table[strongest[x] + 255], 4);
-            }
-            std::memcpy(out + last, &table[strongest[last] + 255], 3);
-        });
+    const std::int16_t foreBgr[3] = {m_colorA[2], m_colorA[1], m_colorA[0]};
+    const int width = m_width;
+    return ops::ForEachRowAsPlanes(m_src->Bits(), m_dst->MutableBits(), width, m_height, m_rowBytes,
+                                   [&](const ops::RowPlanes& prev, const ops::RowPlanes& cur,
+                                       const ops::RowPlanes& next, std::uint8_t* out) {
+                                       const ops::RowPlanes rows[3] = {prev, cur, next};
+                                       EmbossRow(rows[pick.rowA], pick.stepA, rows[pick.rowB], pick.stepB, out,
+                                                 width, depth, foreBgr);
+                                   });
 }

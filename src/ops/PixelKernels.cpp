@@ -49,9 +49,11 @@ void LevelRow(const std::uint8_t* __restrict luminance, std::uint8_t* __restrict
     }
 }
 
-void TableRow(const std::uint8_t* __restrict in, std::uint8_t* __restrict out, int width,
-              const std::uint8_t* __restrict blue, const std::uint8_t* __restrict green,
-              const std::uint8_t* __restrict red) {
+namespace {
+
+void TableRowPortable(const std::uint8_t* __restrict in, std::uint8_t* __restrict out, int width,
+                      const std::uint8_t* __restrict blue, const std::uint8_t* __restrict green,
+                      const std::uint8_t* __restrict red) {
     int x = 0;
     for (; x + 4 <= width; x += 4) {
         const std::uint8_t* p = in + 3 * x;
@@ -66,6 +68,69 @@ void TableRow(const std::uint8_t* __restrict in, std::uint8_t* __restrict out, i
         out[3 * x + 1] = green[in[3 * x + 1]];
         out[3 * x + 2] = red[in[3 * x + 2]];
     }
+}
+
+#if TAMRICK_HAS_BYTE_PERMUTES
+// A 256-entry byte table held in four 64-byte registers: two-register byte
+// permutes look up the low and the high half, bit 7 of the index chooses.
+struct ByteTable {
+    __m512i quarter[4];
+};
+
+TAMRICK_BYTE_PERMUTES ByteTable LoadByteTable(const std::uint8_t* table) {
+    return {{_mm512_loadu_si512(table), _mm512_loadu_si512(table + 64), _mm512_loadu_si512(table + 128),
+             _mm512_loadu_si512(table + 192)}};
+}
+
+TAMRICK_BYTE_PERMUTES __m512i LookUp(const ByteTable& table, __m512i index, __mmask64 high) {
+    const __m512i low = _mm512_permutex2var_epi8(table.quarter[0], index, table.quarter[1]);
+    const __m512i top = _mm512_permutex2var_epi8(table.quarter[2], index, table.quarter[3]);
+    return _mm512_mask_blend_epi8(high, low, top);
+}
+
+// 64 pixels (three registers) at a time. Byte i of register r belongs to
+// channel (64 r + i) mod 3, so each register blends its three look-ups with
+// fixed masks.
+TAMRICK_BYTE_PERMUTES void TableRowPermutes(const std::uint8_t* __restrict in, std::uint8_t* __restrict out,
+                                            int width, const std::uint8_t* __restrict blue,
+                                            const std::uint8_t* __restrict green,
+                                            const std::uint8_t* __restrict red) {
+    const ByteTable tables[3] = {LoadByteTable(blue), LoadByteTable(green), LoadByteTable(red)};
+    __mmask64 channelMasks[3][3] = {};
+    for (int r = 0; r < 3; ++r) {
+        for (int i = 0; i < 64; ++i) {
+            channelMasks[r][(64 * r + i) % 3] |= __mmask64{1} << i;
+        }
+    }
+    const int blocks = width / 64;
+    for (int block = 0; block < blocks; ++block) {
+        for (int r = 0; r < 3; ++r) {
+            const std::size_t offset = 192 * static_cast<std::size_t>(block) + 64 * r;
+            const __m512i index = _mm512_loadu_si512(in + offset);
+            const __mmask64 high = _mm512_movepi8_mask(index);
+            __m512i result = LookUp(tables[0], index, high);
+            result = _mm512_mask_blend_epi8(channelMasks[r][1], result, LookUp(tables[1], index, high));
+            result = _mm512_mask_blend_epi8(channelMasks[r][2], result, LookUp(tables[2], index, high));
+            _mm512_storeu_si512(out + offset, result);
+        }
+    }
+    const int done = 64 * blocks;
+    TableRowPortable(in + 3 * done, out + 3 * done, width - done, blue, green, red);
+}
+#endif
+
+} // namespace
+
+void TableRow(const std::uint8_t* __restrict in, std::uint8_t* __restrict out, int width,
+              const std::uint8_t* __restrict blue, const std::uint8_t* __restrict green,
+              const std::uint8_t* __restrict red) {
+#if TAMRICK_HAS_BYTE_PERMUTES
+    if (HasBytePermutes()) {
+        TableRowPermutes(in, out, width, blue, green, red);
+        return;
+    }
+#endif
+    TableRowPortable(in, out, width, blue, green, red);
 }
 
 } // namespace ops

@@ -45,6 +45,27 @@ TEST(ImageTransform, RotateLeftPutsTheRightColumnOnTop) {
     }
 }
 
+// Whole 16 x 16 blocks, the rows and columns left over, and odd padding: every
+// pixel lands where the turn puts it.
+TEST(ImageTransform, QuarterTurnsPlaceEveryPixel) {
+    for (const auto& [width, height] : {std::pair{16, 16}, {37, 50}, {50, 37}, {33, 64}, {1, 20}}) {
+        auto source = MakeImage(width, height);
+        for (int y = 0; y < height; ++y) {
+            for (int x = 0; x < width; ++x) {
+                source->SetPixel(x, y, MakeColorWord(x, y, 255 - x));
+            }
+        }
+        auto left = Transformed(*source, kLeft, true);
+        auto right = Transformed(*source, kRight, true);
+        for (int y = 0; y < width; ++y) {
+            for (int x = 0; x < height; ++x) {
+                ASSERT_EQ(left->GetPixel(x, y), source->GetPixel(width - 1 - y, x)) << width << "x" << height;
+                ASSERT_EQ(right->GetPixel(x, y), source->GetPixel(y, height - 1 - x)) << width << "x" << height;
+            }
+        }
+    }
+}
+
 // Sizes past one 64-pixel tile and with odd padding.
 TEST(ImageTransform, TurnsAndFlipsUndoThemselves) {
     for (const auto& source : {std::shared_ptr<CDibImage>(MakeGradientImage(70, 37)),
