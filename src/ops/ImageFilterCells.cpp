@@ -18,10 +18,11 @@ TAMRICK_VECTOR_CLONES void AddRow(const std::uint8_t* __restrict row, std::int16
     }
 }
 
-TAMRICK_VECTOR_CLONES void MeanOfFourColumns(const std::int16_t* __restrict sums,
-                                             std::uint8_t* __restrict row, int count) {
+// Means of 4 x 4 cells from their sums, which never wrap.
+TAMRICK_VECTOR_CLONES void MeanOfWindows(const std::int16_t* __restrict windows, std::uint8_t* __restrict row,
+                                         int count) {
     for (int j = 0; j < count; ++j) {
-        row[j] = static_cast<std::uint8_t>((sums[j] + sums[j + 3] + sums[j + 6] + sums[j + 9]) >> 4);
+        row[j] = static_cast<std::uint8_t>(windows[j] >> 4);
     }
 }
 
@@ -38,24 +39,21 @@ void SumRowsIntoColumns(const CDibImage& src, int top, int n, std::int16_t* sums
     }
 }
 
-// Mean of the n columns from `x` (last column repeated) for each channel, with
-// the cell sum wrapping at 16 bits; the low byte of the quotient is kept. The
-// sum is taken in full and cut to 16 bits once, which wraps the same way as
-// cutting after each addition.
-inline void CellMean(const std::int16_t* sums, int x, int n, int width, const std::uint8_t* means,
-                     std::uint8_t* out) {
-    const int inside = std::min(n, width - x);
-    const std::int16_t* column = sums + 3 * x;
-    int total[3] = {0, 0, 0};
-    for (int i = 0; i < inside; ++i) {
-        total[0] += column[3 * i];
-        total[1] += column[3 * i + 1];
-        total[2] += column[3 * i + 2];
+// Column sums of one band with the last column repeated n - 1 times beyond
+// the row's end, then windows[j] = the sum of the n columns from byte j's
+// column on, for every j of the row. Additions wrap at 16 bits, as the cell
+// sum does.
+TAMRICK_VECTOR_CLONES void SumWindows(std::int16_t* __restrict sums, std::int16_t* __restrict windows,
+                                      int pixelBytes, int n) {
+    for (int j = pixelBytes; j < pixelBytes + 3 * (n - 1); ++j) {
+        sums[j] = sums[j - 3];
     }
-    const std::int16_t* last = column + 3 * (inside - 1);
-    for (int ch = 0; ch < 3; ++ch) {
-        total[ch] += (n - inside) * last[ch];
-        out[ch] = means[static_cast<std::uint16_t>(total[ch])];
+    std::memcpy(windows, sums, static_cast<std::size_t>(pixelBytes) * sizeof(std::int16_t));
+    for (int i = 1; i < n; ++i) {
+        const std::int16_t* shifted = sums + 3 * i;
+        for (int j = 0; j < pixelBytes; ++j) {
+            windows[j] = static_cast<std::int16_t>(windows[j] + shifted[j]);
+        }
     }
 }
 
@@ -86,19 +84,22 @@ int CImageFilter::Mosaic(int cellSize) {
     const int pixelBytes = 3 * m_width;
     const int bands = (m_height + n - 1) / n;
     std::uint8_t* dst = m_dst->MutableBits();
-    const std::size_t sumBytes = static_cast<std::size_t>(pixelBytes) * sizeof(std::int16_t);
+    const std::size_t sumBytes = static_cast<std::size_t>(pixelBytes + 3 * n) * sizeof(std::int16_t);
     const platform::HeapBlock means = CellMeans(n);
     if (!means) {
         return 0;
     }
-    return ops::ForEachStoredRow(bands, sumBytes + m_rowBytes, [&](int band, std::uint8_t* work) {
+    return ops::ForEachStoredRow(bands, 2 * sumBytes + m_rowBytes, [&](int band, std::uint8_t* work) {
         auto* sums = reinterpret_cast<std::int16_t*>(work);
-        std::uint8_t* row = work + sumBytes;
+        auto* windows = reinterpret_cast<std::int16_t*>(work + sumBytes);
+        std::uint8_t* row = work + 2 * sumBytes;
         const int top = band * n;
         SumRowsIntoColumns(*m_src, top, n, sums, pixelBytes);
+        SumWindows(sums, windows, pixelBytes, n);
         for (int x = 0; x < m_width; x += n) {
-            std::uint8_t mean[3];
-            CellMean(sums, x, n, m_width, means.data(), mean);
+            const std::uint8_t mean[3] = {means.data()[static_cast<std::uint16_t>(windows[3 * x])],
+                                          means.data()[static_cast<std::uint16_t>(windows[3 * x + 1])],
+                                          means.data()[static_cast<std::uint16_t>(windows[3 * x + 2])]};
             const int end = std::min(x + n, m_width);
             for (int i = x; i < end; ++i) {
                 row[3 * i] = mean[0];
@@ -124,20 +125,19 @@ int CImageFilter::Average(int cellSize) {
     if (!means) {
         return 0;
     }
-    return ops::ForEachStoredRow(m_height, sumBytes + m_rowBytes, [&](int y, std::uint8_t* work) {
+    return ops::ForEachStoredRow(m_height, 2 * sumBytes + m_rowBytes, [&](int y, std::uint8_t* work) {
         auto* sums = reinterpret_cast<std::int16_t*>(work);
-        std::uint8_t* row = work + sumBytes;
+        auto* windows = reinterpret_cast<std::int16_t*>(work + sumBytes);
+        std::uint8_t* row = work + 2 * sumBytes;
         SumRowsIntoColumns(*m_src, y, n, sums, pixelBytes);
+        SumWindows(sums, windows, pixelBytes, n);
         if (n == 4) {
             // The command's fixed 4 x 4: no wrap is possible (16 x 255 fits),
-            // so a plain sliding sum over the replicated last column serves.
-            for (int j = pixelBytes; j < pixelBytes + 9; ++j) {
-                sums[j] = sums[j - 3];
-            }
-            MeanOfFourColumns(sums, row, pixelBytes);
+            // so the quotient is a shift the compiler vectorises.
+            MeanOfWindows(windows, row, pixelBytes);
         } else {
-            for (int x = 0; x < m_width; ++x) {
-                CellMean(sums, x, n, m_width, means.data(), row + 3 * x);
+            for (int j = 0; j < pixelBytes; ++j) {
+                row[j] = means.data()[static_cast<std::uint16_t>(windows[j])];
             }
         }
         std::memcpy(StoredRow(dst, y), row, m_rowBytes);

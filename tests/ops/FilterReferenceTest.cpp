@@ -249,6 +249,42 @@ TEST(FilterReference, EmbossInEveryDirectionAndDespeckle) {
                       [](const Neighbourhood& at, int x, int y) { return DespeckleRule(at, x, y, 64); });
 }
 
+// Mosaic and Average from the top-left, on rows counted from the top: the mean
+// of the n x n block at (left, top), last row and column repeated, with the
+// block sum cut to 16 bits and the low byte of the quotient kept.
+ColorWord BlockMean(const CDibImage& image, int left, int top, int n) {
+    int sums[3] = {0, 0, 0};
+    for (int dy = 0; dy < n; ++dy) {
+        for (int dx = 0; dx < n; ++dx) {
+            const ColorWord c = image.GetPixel(std::min(left + dx, image.Width() - 1),
+                                               std::min(top + dy, image.Height() - 1));
+            sums[0] += RedOf(c);
+            sums[1] += GreenOf(c);
+            sums[2] += BlueOf(c);
+        }
+    }
+    const auto mean = [&](int sum) { return static_cast<std::uint8_t>(static_cast<std::int16_t>(sum) / (n * n)); };
+    return MakeColorWord(mean(sums[0]), mean(sums[1]), mean(sums[2]));
+}
+
+TEST(FilterReference, MosaicAndAverageCells) {
+    for (int n : {2, 3, 4, 5, 12}) {
+        for (int width : {1, 7, 40}) {
+            auto source = NoisyImage(width, 9, static_cast<unsigned>(n * 100 + width));
+            auto mosaic = RunInto<CImageFilter>(*source, [n](CImageFilter& f) { return f.Mosaic(n); });
+            auto average = RunInto<CImageFilter>(*source, [n](CImageFilter& f) { return f.Average(n); });
+            for (int y = 0; y < 9; ++y) {
+                for (int x = 0; x < width; ++x) {
+                    ASSERT_EQ(mosaic->GetPixel(x, y), BlockMean(*source, x - x % n, y - y % n, n))
+                        << n << " " << width << " at " << x << ", " << y;
+                    ASSERT_EQ(average->GetPixel(x, y), BlockMean(*source, x, y, n))
+                        << n << " " << width << " at " << x << ", " << y;
+                }
+            }
+        }
+    }
+}
+
 TEST(FilterReference, SmallDivisorTruncatesLikeDivision) {
     for (int divisor = 1; divisor <= 256; ++divisor) {
         const ops::SmallDivisor small(divisor);
