@@ -10,7 +10,6 @@
 
 namespace {
 
-
 TAMRICK_VECTOR_CLONES void ReversePixels(const std::uint8_t* __restrict in, std::uint8_t* __restrict out,
                                          int width) {
     const int last = width - 1;
@@ -75,9 +74,9 @@ int CImageTransform::FlipVertical() {
 }
 
 // Writes target(r, i) = source(column(r), row(i)) for a quarter turn, where
-// `position(r, i)` gives that source column and row. 24-bit pictures go tile by
-// tile so that the source columns are read from cache; masks go a column at a
-// time.
+// `position(r, i)` gives that source column and row. 24-bit pictures go in
+// strips of target rows, each reading every source row once; masks go a
+// column at a time.
 template <class SourcePosition> int CImageTransform::QuarterTurn(const SourcePosition& position) {
     if (!Ready() || m_source->Width() != m_height || m_source->Height() != m_width) {
         return 0;
