@@ -95,9 +95,9 @@ TAMRICK_VECTOR_CLONES void ShiftHueSaturation(int* __restrict blue, int* __restr
         const int p = DivideBy255((255 - sat) * v);
         const int t = DivideBy255((255 - falling) * v);
         // Sectors 0..5 give blue p p t V V t, green t V V t p p, red V t p p t V.
-        const int nb = sector <= 1 ? p : ((sector == 2) | (sector == 5) ? t : v);
-        const int ng = (sector == 0) | (sector == 3) ? t : (sector <= 2 ? v : p);
-        const int nr = (sector == 0) | (sector == 5) ? v : ((sector == 1) | (sector == 4) ? t : p);
+        const int nb = sector <= 1 ? p : (((sector == 2) | (sector == 5)) ? t : v);
+        const int ng = ((sector == 0) | (sector == 3)) ? t : (sector <= 2 ? v : p);
+        const int nr = ((sector == 0) | (sector == 5)) ? v : (((sector == 1) | (sector == 4)) ? t : p);
         blue[x] = keep ? b : nb;
         green[x] = keep ? g : ng;
         red[x] = keep ? r : nr;

@@ -40,8 +40,10 @@ void TurnStripPixels(const std::uint8_t* first, std::ptrdiff_t storedStep, int c
 #if TAMRICK_HAS_BYTE_PERMUTES
 // GCC 12 takes the undefined registers inside its own vector intrinsics for
 // uninitialised variables.
+#if defined(__GNUC__) && !defined(__clang__)
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
+#endif
 
 // Transposes 16 x 16 32-bit values: register k becomes column k.
 TAMRICK_BYTE_PERMUTES void Transpose16(__m512i r[16]) {
@@ -105,7 +107,9 @@ TAMRICK_BYTE_PERMUTES int TurnStripBlocks(const std::uint8_t* first, std::ptrdif
     }
     return 16 * blocks;
 }
+#if defined(__GNUC__) && !defined(__clang__)
 #pragma GCC diagnostic pop
+#endif
 #endif
 
 } // namespace
