@@ -19,8 +19,6 @@
 
 namespace {
 
-constexpr int kLargestSide = 30000;
-
 QClipboard* SystemClipboard() {
     return qobject_cast<QGuiApplication*>(QCoreApplication::instance()) ? QGuiApplication::clipboard()
                                                                         : nullptr;
@@ -71,7 +69,7 @@ int ReadForeignImage(const QImage& foreign, std::unique_ptr<CDibImage>& image) {
         platform::ShowMessage(platform::IDS_PASTE_TRUE_COLOR_ONLY, platform::MB_ICONEXCLAMATION);
         return 0;
     }
-    if (foreign.width() > kLargestSide || foreign.height() > kLargestSide) {
+    if (foreign.width() > kLargestPictureSide || foreign.height() > kLargestPictureSide) {
         platform::ShowMessage(platform::IDS_NEW_SIZE_OUT_OF_RANGE, platform::MB_ICONEXCLAMATION);
         return 0;
     }

@@ -2,6 +2,8 @@
 
 #include "image/CBriselDoc.h"
 #include "image/CDibImage.h"
+#include "image/DibTypes.h"
+#include "ops/ImageCommands.h"
 #include "platform/MessagePresenter.h"
 #include "platform/Settings.h"
 #include "platform/StringTable.h"
@@ -154,7 +156,7 @@ void CRescaleDlg::FollowAspect(bool fromWidth) {
 void CRescaleDlg::ResolutionTyped() {
     bool ok = false;
     const int dpi = m_dpiEdit->text().trimmed().toInt(&ok);
-    if (!ok || dpi < 1 || dpi > kLargestResolution) {
+    if (!ok || dpi < 1 || dpi > kMaxResolution) {
         return;
     }
     m_dpi = dpi;
@@ -187,13 +189,13 @@ bool CRescaleDlg::Validate() {
     if (!ok) {
         return ShowError(platform::IDS_NOT_A_NUMBER);
     }
-    if (m_width < 1 || m_width > kLargestSide) {
+    if (m_width < 1 || m_width > kLargestPictureSide) {
         return ShowError(platform::IDS_WIDTH_OUT_OF_RANGE);
     }
-    if (m_height < 1 || m_height > kLargestSide) {
+    if (m_height < 1 || m_height > kLargestPictureSide) {
         return ShowError(platform::IDS_HEIGHT_OUT_OF_RANGE);
     }
-    if (dpi < 1 || dpi > kLargestResolution) {
+    if (dpi < 1 || dpi > kMaxResolution) {
         return ShowError(platform::IDS_RESOLUTION_OUT_OF_RANGE);
     }
     m_dpi = dpi;

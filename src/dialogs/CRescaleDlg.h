@@ -17,10 +17,8 @@ class CRescaleDlg : public CommandDialog {
 public:
     // Unit codes as stored under "Unit" (the order of Image Information's list).
     enum Unit : int { kCm = 0, kInch = 1, kPixel = 2 };
-    // The largest width and height accepted: the largest picture side that
-    // New, Paste and the zoom allow, so a rescaled picture can be shown.
-    static constexpr int kLargestSide = 30000;
-    static constexpr int kLargestResolution = 32767;
+    // Width and height stay within 1..kLargestPictureSide, the resolution
+    // within 1..kMaxResolution.
 
     explicit CRescaleDlg(const CBriselDoc& doc, QWidget* parent = nullptr);
 

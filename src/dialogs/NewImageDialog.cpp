@@ -3,6 +3,7 @@
 #include "dialogs/DialogButtons.h"
 #include "dialogs/NumberFormat.h"
 #include "image/DibHelpers.h"
+#include "image/DibTypes.h"
 #include "platform/MessagePresenter.h"
 #include "platform/StringTable.h"
 
@@ -63,7 +64,7 @@ QString NewImageDialog::SizeText() const {
 void NewImageDialog::UpdateSize() {
     const int width = NumberIn(m_width);
     const int height = NumberIn(m_height);
-    if (width < 1 || width > 30000 || height < 1 || height > 30000) {
+    if (width < 1 || width > kLargestPictureSide || height < 1 || height > kLargestPictureSide) {
         m_size->setText(QStringLiteral("-"));
         return;
     }
@@ -74,7 +75,8 @@ void NewImageDialog::UpdateSize() {
 
 void NewImageDialog::accept() {
     const NewImageValues values = Values();
-    if (values.width < 1 || values.width > 30000 || values.height < 1 || values.height > 30000) {
+    if (values.width < 1 || values.width > kLargestPictureSide || values.height < 1 ||
+        values.height > kLargestPictureSide) {
         platform::ShowMessage(platform::IDS_NEW_SIZE_OUT_OF_RANGE, platform::MB_ICONEXCLAMATION);
         return;
     }

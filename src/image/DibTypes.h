@@ -30,6 +30,10 @@ struct RgbQuad {
 };
 static_assert(sizeof(RgbQuad) == 4, "a colour-table entry is 4 bytes");
 
+// The largest width or height of a picture the program makes: new pictures,
+// pasted and rescaled ones, text. The view's zoom keeps to the same bound.
+constexpr int kLargestPictureSide = 30000;
+
 // A colour as one number: 0x00BBGGRR, red in the low byte.
 using ColorWord = std::uint32_t;
 

@@ -111,7 +111,7 @@ int RunRotate(CommandContext& ctx, int degrees, bool clockwise) {
     int width = 0;
     int height = 0;
     CImageTransform::RotatedSize(source->Width(), source->Height(), angle, width, height);
-    if (width > kMaxImageSide || height > kMaxImageSide) {
+    if (width > kLargestPictureSide || height > kLargestPictureSide) {
         platform::ShowMessage(platform::IDS_DISK_SPACE_NOT_ENOUGH,
                               platform::MB_OK | platform::MB_ICONEXCLAMATION);
         return 0;
@@ -134,8 +134,9 @@ int RunRotate(CommandContext& ctx, int degrees, bool clockwise) {
 
 int RunRescale(CommandContext& ctx, int width, int height, int dpi) {
     const CDibImage* source = ctx.doc.GetImage();
-    const bool sizeInRange = width >= 1 && width <= kMaxImageSide && height >= 1 && height <= kMaxImageSide;
-    if (source == nullptr || !sizeInRange || dpi < 0 || dpi > kMaxImageSide) {
+    const bool sizeInRange =
+        width >= 1 && width <= kLargestPictureSide && height >= 1 && height <= kLargestPictureSide;
+    if (source == nullptr || !sizeInRange || dpi < 0 || dpi > kMaxResolution) {
         return 0;
     }
     if (width == source->Width() && height == source->Height()) {

@@ -72,9 +72,10 @@ int RunGeometryCommand(CommandContext& ctx, int code);
 // pixels no source pixel falls on take the background colour.
 int RunRotate(CommandContext& ctx, int degrees, bool clockwise);
 
-// Rescale...: a new size (1..32767 each), and a resolution (0 keeps it). When
+// Rescale...: a new size (1..kLargestPictureSide each), and a resolution
+// (0 keeps it, else up to kMaxResolution). When
 // only the resolution changes the step is a resolution step (undo kind 2).
 int RunRescale(CommandContext& ctx, int width, int height, int dpi);
 
-// Largest width or height a picture can have.
-constexpr int kMaxImageSide = 32767;
+// Largest resolution in dots per inch.
+constexpr int kMaxResolution = 32767;

@@ -127,7 +127,9 @@ constexpr OpsParameter kGammaValues[] = {
 constexpr OpsParameter kRotateValues[] = {{"degrees", 0, 359, 0, platform::IDS_DEGREE_OUT_OF_RANGE},
                                           {"direction", 0, 1, 0, 0, "cw,ccw"}};
 constexpr OpsParameter kRescaleValues[] = {
-    {"width", 1, kMaxImageSide, 0}, {"height", 1, kMaxImageSide, 0}, {"dpi", 0, kMaxImageSide, 0}};
+    {"width", 1, kLargestPictureSide, 0, platform::IDS_WIDTH_OUT_OF_RANGE},
+    {"height", 1, kLargestPictureSide, 0, platform::IDS_HEIGHT_OUT_OF_RANGE},
+    {"dpi", 0, kMaxResolution, 0, platform::IDS_RESOLUTION_OUT_OF_RANGE}};
 
 constexpr unsigned kNoValues = Counts({0});
 constexpr unsigned kAnyLeading2 = Counts({0, 1, 2});

@@ -14,8 +14,6 @@
 
 namespace {
 
-constexpr int kLargestSide = 30000;
-
 // The foreground-coloured pixels of the text's floating selection.
 std::unique_ptr<CDibImage> SolidImage(const CDibImage& picture, int width, int height, ColorWord color) {
     BitmapInfoHeader header;
@@ -85,7 +83,7 @@ int PlaceText(CommandContext& context, const TextFont& font, const std::string& 
     const int height = glyphs.Height();
     std::unique_ptr<CDibImage> image;
     std::unique_ptr<CDibImage> mask;
-    if (width > 0 && height > 0 && width <= kLargestSide && height <= kLargestSide) {
+    if (width > 0 && height > 0 && width <= kLargestPictureSide && height <= kLargestPictureSide) {
         image = SolidImage(*picture, width, height, context.foreground);
         mask = image ? glyphs.RenderMask(text, width, height) : nullptr;
     }

@@ -33,6 +33,8 @@ expect_rc 2 "no operation" "$CLI" apply in.bmp bad.bmp
 expect_rc 2 "bad value" "$CLI" apply in.bmp bad.bmp mosaic=x
 expect_rc 2 "out of range" "$CLI" apply in.bmp bad.bmp rotate=360
 grep -q "The degree is out of the range (0..359)." err.txt || fail "rotate range message"
+expect_rc 2 "beyond the largest picture side" "$CLI" apply in.bmp bad.bmp rescale=30001,10
+grep -q "The width is out of the range (1..30000 pixels)." err.txt || fail "rescale range message"
 expect_rc 2 "bad colour" "$CLI" apply in.bmp bad.bmp --background FFF invert
 expect_rc 2 "bad quality" "$CLI" apply in.bmp bad.jpg --quality 0 invert
 grep -q "The quality value is out of range (1..100)." err.txt || fail "quality message"
