@@ -8,9 +8,11 @@
 namespace ops {
 
 namespace {
-// Luminance sums 59 G + 30 R + 11 B + 50 stay below 25551.
-inline std::uint32_t FastLuminance(std::uint32_t blue, std::uint32_t green, std::uint32_t red) {
-    return static_cast<std::uint32_t>(DivideBy100(static_cast<int>(59 * green + 30 * red + 11 * blue + 50)));
+// Luminance sums 59 G + 30 R + 11 B + 50 stay within 25550, so the whole
+// rule runs in 16-bit lanes.
+inline std::uint8_t FastLuminance(std::uint16_t blue, std::uint16_t green, std::uint16_t red) {
+    const auto sum = static_cast<std::uint16_t>(59 * green + 30 * red + 11 * blue + 50);
+    return static_cast<std::uint8_t>(DivideBy100Narrow(sum));
 }
 } // namespace
 
@@ -24,7 +26,7 @@ TAMRICK_VECTOR_CLONES void InvertBytes(const std::uint8_t* __restrict in, std::u
 TAMRICK_VECTOR_CLONES void GrayRow(const std::uint8_t* __restrict in, std::uint8_t* __restrict out,
                                    int width) {
     for (int x = 0; x < width; ++x) {
-        const auto level = static_cast<std::uint8_t>(FastLuminance(in[3 * x], in[3 * x + 1], in[3 * x + 2]));
+        const std::uint8_t level = FastLuminance(in[3 * x], in[3 * x + 1], in[3 * x + 2]);
         out[3 * x] = level;
         out[3 * x + 1] = level;
         out[3 * x + 2] = level;
@@ -34,7 +36,7 @@ TAMRICK_VECTOR_CLONES void GrayRow(const std::uint8_t* __restrict in, std::uint8
 TAMRICK_VECTOR_CLONES void LuminanceRow(const std::uint8_t* __restrict in, std::uint8_t* __restrict levels,
                                         int width) {
     for (int x = 0; x < width; ++x) {
-        levels[x] = static_cast<std::uint8_t>(FastLuminance(in[3 * x], in[3 * x + 1], in[3 * x + 2]));
+        levels[x] = FastLuminance(in[3 * x], in[3 * x + 1], in[3 * x + 2]);
     }
 }
 
