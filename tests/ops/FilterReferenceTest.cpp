@@ -249,6 +249,24 @@ TEST(FilterReference, EmbossInEveryDirectionAndDespeckle) {
                       [](const Neighbourhood& at, int x, int y) { return DespeckleRule(at, x, y, 64); });
 }
 
+TEST(FilterReference, GrayAndColorLevelFollowTheLuminance) {
+    const auto luminance = [](const Pixel& p) { return (59 * p[1] + 30 * p[2] + 11 * p[0] + 50) / 100; };
+    ExpectFollowsRule([](CImageFilter& f) { return f.Gray(); }, [&](const Neighbourhood& at, int x, int y) {
+        const int level = luminance(at.At(x, y));
+        return Pixel{level, level, level};
+    });
+    const ColorWord fore = MakeColorWord(200, 30, 90);
+    ExpectFollowsRule([&](CImageFilter& f) { return f.ColorLevel(34, fore, 0); },
+                      [&](const Neighbourhood& at, int x, int y) {
+                          const int level = luminance(at.At(x, y));
+                          Pixel out = Bgr(fore);
+                          for (int& c : out) {
+                              c = level >= 128 ? c + (255 - c) * (level - 128) / 127 : c - (127 - level) * c / 127;
+                          }
+                          return out;
+                      });
+}
+
 // Mosaic and Average from the top-left, on rows counted from the top: the mean
 // of the n x n block at (left, top), last row and column repeated, with the
 // block sum cut to 16 bits and the low byte of the quotient kept.
