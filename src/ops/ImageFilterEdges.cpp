@@ -48,22 +48,33 @@ inline ChannelSums SumsAt(const I* __restrict p, const I* __restrict c, const I*
 }
 
 // One output byte of a channel with source value o and winning absolute sum a.
-inline std::uint8_t EdgeByte(U o, U a, U back, U k, U edgeMask, const EdgeColouring& how) {
-    const U rest = static_cast<U>(100 - how.transparency);
+// With no transparency (Opaque) both blends reduce to their second term: an
+// edge is e, the background exactly the background colour.
+template <bool Opaque>
+inline std::uint8_t EdgeByte(U o, I a, U back, U k, U edgeMask, const EdgeColouring& how) {
     const U base = static_cast<U>((o & how.keepMask) | (back & ~how.keepMask));
     const U darkened = static_cast<U>(static_cast<U>(base * static_cast<U>(255 - k) + 127) >> 8);
-    const U line = static_cast<U>(255 - (a < 255 ? a : 255));
+    const U line = static_cast<U>(static_cast<I>(255 - (a < 255 ? a : I{255})));
     const U e = static_cast<U>((darkened & how.darkenMask) | (line & ~how.darkenMask));
-    const U edgeOut = ops::DivideBy100Narrow(static_cast<U>(o * how.transparency + 50 + e * rest));
-    // Blended, the background gives its blue to every channel.
-    const U blend = ops::DivideBy100Narrow(static_cast<U>(how.blendBase + o * how.transparency));
-    const U blended = static_cast<U>((back & how.exactMask) | (blend & ~how.exactMask));
-    const U plain = static_cast<U>((o & how.keepMask) | (blended & ~how.keepMask));
-    return static_cast<std::uint8_t>((edgeOut & edgeMask) | (plain & ~edgeMask));
+    if constexpr (Opaque) {
+        const U plain = static_cast<U>((o & how.keepMask) | (back & ~how.keepMask));
+        return static_cast<std::uint8_t>((e & edgeMask) | (plain & ~edgeMask));
+    } else {
+        const U rest = static_cast<U>(100 - how.transparency);
+        const U edgeOut = ops::DivideBy100Narrow(static_cast<U>(o * how.transparency + 50 + e * rest));
+        // Blended, the background gives its blue to every channel.
+        const U blend = ops::DivideBy100Narrow(static_cast<U>(how.blendBase + o * how.transparency));
+        const U blended = static_cast<U>((back & how.exactMask) | (blend & ~how.exactMask));
+        const U plain = static_cast<U>((o & how.keepMask) | (blended & ~how.keepMask));
+        return static_cast<std::uint8_t>((edgeOut & edgeMask) | (plain & ~edgeMask));
+    }
 }
 
-TAMRICK_VECTOR_CLONES void FindEdgeRow(ops::RowPlanes prev, ops::RowPlanes cur, ops::RowPlanes next,
-                                       std::uint8_t* __restrict out, int width, EdgeColouring how) {
+// Always inlined, so that it is compiled (and vectorised) for each clone of
+// the row function that calls it.
+template <bool Opaque>
+[[gnu::always_inline]] inline void FindEdgePixels(ops::RowPlanes prev, ops::RowPlanes cur, ops::RowPlanes next,
+                           std::uint8_t* __restrict out, int width, EdgeColouring how) {
     for (int x = 0; x < width; ++x) {
         const ChannelSums b = SumsAt(prev.blue, cur.blue, next.blue, x);
         const ChannelSums g = SumsAt(prev.green, cur.green, next.green, x);
@@ -85,10 +96,22 @@ TAMRICK_VECTOR_CLONES void FindEdgeRow(ops::RowPlanes prev, ops::RowPlanes cur, 
         const U edgeMask = static_cast<U>(edge ? 0xFFFF : 0);
         const I third = static_cast<I>((top + 1) / 3);
         const U k = static_cast<U>(third < 255 ? third : 255);
-        out[3 * x] = EdgeByte(static_cast<U>(cur.blue[x]), static_cast<U>(ab), how.background[0], k, edgeMask, how);
+        out[3 * x] =
+            EdgeByte<Opaque>(static_cast<U>(cur.blue[x]), ab, how.background[0], k, edgeMask, how);
         out[3 * x + 1] =
-            EdgeByte(static_cast<U>(cur.green[x]), static_cast<U>(ag), how.background[1], k, edgeMask, how);
-        out[3 * x + 2] = EdgeByte(static_cast<U>(cur.red[x]), static_cast<U>(ar), how.background[2], k, edgeMask, how);
+            EdgeByte<Opaque>(static_cast<U>(cur.green[x]), ag, how.background[1], k, edgeMask, how);
+        out[3 * x + 2] =
+            EdgeByte<Opaque>(static_cast<U>(cur.red[x]), ar, how.background[2], k, edgeMask, how);
+    }
+}
+
+// One loop for each case, so that each is vectorised without the other's work.
+TAMRICK_VECTOR_CLONES void FindEdgeRow(ops::RowPlanes prev, ops::RowPlanes cur, ops::RowPlanes next,
+                                       std::uint8_t* __restrict out, int width, EdgeColouring how) {
+    if (how.transparency == 0) {
+        FindEdgePixels<true>(prev, cur, next, out, width, how);
+    } else {
+        FindEdgePixels<false>(prev, cur, next, out, width, how);
     }
 }
 
