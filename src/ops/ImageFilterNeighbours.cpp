@@ -79,6 +79,8 @@ TAMRICK_VECTOR_CLONES void EmbossRow(ops::RowPlanes a, int stepA, ops::RowPlanes
     using I = std::int16_t;
     const I fb = foreground[0], fg = foreground[1], fr = foreground[2];
     const auto depth16 = static_cast<I>(depth);
+    // Its own clamp rather than Clamp255: this one keeps the loop in 16-bit
+    // lanes, which is measurably faster here.
     const auto clamp = [](int v) { return static_cast<std::uint8_t>(v < 0 ? 0 : (v > 255 ? 255 : v)); };
     for (int x = 0; x < width; ++x) {
         const auto db = static_cast<I>(a.blue[x + stepA] - b.blue[x + stepB]);

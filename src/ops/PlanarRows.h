@@ -1,7 +1,12 @@
 #pragma once
 
+#include "ops/RowPasses.h"
+
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
+#include <utility>
 
 // Neighbourhood filters that work per pixel read their rows as planes: one
 // array of 16-bit values per channel, with the end pixels repeated one place
@@ -27,16 +32,6 @@ int ForEachRowAsPlanes(const std::uint8_t* src, std::uint8_t* dst, int width, in
 
 // The planes of one row into `planes` (3 x (width + 2) values).
 void SplitIntoPlanes(const std::uint8_t* __restrict row, std::int16_t* __restrict planes, int width);
-
-} // namespace ops
-
-#include "ops/RowPasses.h"
-
-#include <algorithm>
-#include <cstring>
-#include <utility>
-
-namespace ops {
 
 template <class Rule>
 int ForEachRowAsPlanes(const std::uint8_t* src, std::uint8_t* dst, int width, int height, std::uint32_t rowBytes,
