@@ -30,6 +30,12 @@ PACKAGES=(
   qt6-image-formats-plugins
 )
 
+# `--desktop-fonts` adds the fonts a typical desktop brings along, for running
+# the window tests on a machine that has more than the bare minimum.
+if [ "${1:-}" = "--desktop-fonts" ]; then
+  PACKAGES+=(fonts-noto-mono fonts-liberation2 fonts-urw-base35 fonts-noto-core)
+fi
+
 missing=()
 for pkg in "${PACKAGES[@]}"; do
   if ! dpkg-query -W -f='${Status}' "$pkg" 2>/dev/null | grep -q 'install ok installed'; then

@@ -16,7 +16,7 @@
 #include "platform/StringTable.h"
 #include "platform/WaitCursor.h"
 #include "view/CDisplayRenderer.h"
-#include "view/ToolTable.h"
+#include "tools/ToolTable.h"
 
 #include <QAction>
 #include <QApplication>

@@ -19,8 +19,8 @@
 #include "platform/WaitCursor.h"
 #include "view/CBriselView.h"
 #include "view/CViewWindow.h"
-#include "view/ToolSwitch.h"
-#include "view/ToolTable.h"
+#include "tools/ToolSwitch.h"
+#include "tools/ToolTable.h"
 
 #include <QClipboard>
 #include <QCloseEvent>

@@ -11,7 +11,7 @@
 #include "ops/EditCommandTable.h"
 #include "ops/OpsCommandTable.h"
 #include "view/CBriselView.h"
-#include "view/ToolTable.h"
+#include "tools/ToolTable.h"
 #include "view/ZoomRules.h"
 
 #include <algorithm>

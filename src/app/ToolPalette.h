@@ -1,7 +1,7 @@
 #pragma once
 
 #include "image/DibTypes.h"
-#include "view/ToolTable.h"
+#include "tools/ToolTable.h"
 
 #include <QToolBar>
 #include <array>

@@ -6,8 +6,8 @@
 #include "formats/JpegQuality.h"
 #include "image/CBriselDoc.h"
 #include "image/CUndoRecord.h"
-#include "ops/OpsScript.h"
-#include "paint/EngineOperations.h"
+#include "script/OpsScript.h"
+#include "script/EngineOperations.h"
 #include "platform/MessagePresenter.h"
 #include "platform/StringTable.h"
 

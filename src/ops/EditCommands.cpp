@@ -4,7 +4,6 @@
 #include "image/CUndoRecord.h"
 #include "image/CommandContext.h"
 #include "image/DibHelpers.h"
-#include "paint/BrushEngine.h"
 #include "platform/MessagePresenter.h"
 #include "platform/Settings.h"
 #include "platform/StringTable.h"
@@ -174,10 +173,7 @@ int EditInvertSelection(CommandContext& context, EditResult& result) {
     context.undo.RecordWithWarning(doc, 5);
     {
         platform::WaitCursor wait;
-        BrushEngine engine;
-        engine.SetTargetImage(mask);
-        engine.SetForegroundColor(0xFFFFFF);
-        engine.FillRect(0, 0, mask->Width() - 1, mask->Height() - 1, kModeSolid);
+        mask->Clear(0xFFFFFF);
     }
     doc.MergeFloatMask(true);
     doc.PutFloating(false);

@@ -7,7 +7,7 @@
 #include "dialogs/ShapeOptionsDialog.h"
 #include "platform/Settings.h"
 #include "support/ScriptedPresenter.h"
-#include "view/ToolTable.h"
+#include "tools/ToolTable.h"
 
 #include <QAbstractButton>
 #include <QButtonGroup>

@@ -4,7 +4,7 @@
 #include "view/CBriselView.h"
 #include "view/CDisplayRenderer.h"
 #include "view/CViewWindow.h"
-#include "view/ToolSwitch.h"
+#include "tools/ToolSwitch.h"
 #include "view/ViewHost.h"
 
 #include <QApplication>

@@ -1,0 +1,271 @@
+#include "script/EngineOperationHandlers.h"
+
+#include "image/CBriselDoc.h"
+#include "image/CUndoRecord.h"
+#include "image/DibHelpers.h"
+#include "ops/EditCommandTable.h"
+#include "paint/ArtisticPen.h"
+#include "paint/BrushEngine.h"
+#include "paint/FloodFill.h"
+#include "paint/GradientRamp.h"
+#include "paint/PenStroke.h"
+#include "paint/ShapeDrawing.h"
+#include "platform/MessagePresenter.h"
+#include "platform/StringTable.h"
+#include "selection/SelectionShapes.h"
+
+#include <algorithm>
+
+namespace {
+
+// The editing target and where image point (0, 0) lies in it: the floating
+// pixels while a selection floats, else the picture.
+struct Target {
+    CDibImage* image;
+    int dx;
+    int dy;
+};
+
+Target PaintTarget(CBriselDoc& doc) {
+    if (doc.GetFloatImage() != nullptr) {
+        return Target{doc.GetFloatImage(), -doc.FloatX(), -doc.FloatY()};
+    }
+    return Target{doc.GetPicture(), 0, 0};
+}
+
+bool Inside(const Target& target, int x, int y) {
+    return target.image != nullptr && x + target.dx >= 0 && y + target.dy >= 0 &&
+           x + target.dx < target.image->Width() && y + target.dy < target.image->Height();
+}
+
+// The engine pointed at the target with the context's colours, the oval table
+// of the pen built, and the undo step opened (kind 1).
+struct PaintSession {
+    PaintSession(CommandContext& context, const EngineOptions& options, ColorWord ink)
+        : target(PaintTarget(context.doc)) {
+        engine.SetTargetImage(target.image);
+        engine.SetForegroundColor(ink);
+        engine.SetBackgroundColor(context.background);
+        engine.BuildOvalTable(options.penSize);
+        opened = target.image != nullptr && context.undo.RecordWithWarning(context.doc, 1) != 0;
+    }
+    int Done(CommandContext& context) const {
+        context.doc.SetModifiedFlag();
+        context.doc.UpdateAllViews();
+        return 1;
+    }
+
+    Target target;
+    BrushEngine engine;
+    bool opened = false;
+};
+
+std::vector<std::array<int, 2>> Shifted(const EngineStep& step, const Target& target) {
+    std::vector<std::array<int, 2>> points = step.points;
+    for (auto& p : points) {
+        p[0] += target.dx;
+        p[1] += target.dy;
+    }
+    return points;
+}
+
+int Stroke(CommandContext& context, const EngineOptions& options, const EngineStep& step, ColorWord ink) {
+    if (!Inside(PaintTarget(context.doc), step.points[0][0], step.points[0][1])) {
+        return 0;
+    }
+    PaintSession session(context, options, ink);
+    if (!session.opened) {
+        return 0;
+    }
+    const auto points = Shifted(step, session.target);
+    PenStroke(session.engine, reinterpret_cast<const int(*)[2]>(points.data()),
+              static_cast<int>(points.size()), options.penSize, options.penShape, false);
+    return session.Done(context);
+}
+
+int Shape(CommandContext& context, const EngineOptions& options, const EngineStep& step, bool ellipse) {
+    PaintSession session(context, options, context.foreground);
+    if (!session.opened) {
+        return 0;
+    }
+    const auto& n = step.numbers;
+    const int style = n.size() > 4 ? n[4] : 0;
+    const int dx = session.target.dx;
+    const int dy = session.target.dy;
+    if (ellipse) {
+        DrawEllipseShape(session.engine, n[0] + dx, n[1] + dy, n[2] + dx, n[3] + dy, options.penSize, style);
+    } else {
+        DrawRectangleShape(session.engine, n[0] + dx, n[1] + dy, n[2] + dx, n[3] + dy, options.penSize,
+                           style);
+    }
+    return session.Done(context);
+}
+
+WandCombine CombineOf(const EngineStep& step, std::size_t at) {
+    return step.numbers.size() > at ? static_cast<WandCombine>(step.numbers[at]) : WandCombine::New;
+}
+
+} // namespace
+
+int RunPen(CommandContext& c, const EngineOptions& o, const EngineStep& s) {
+    return Stroke(c, o, s, c.foreground);
+}
+
+int RunEraser(CommandContext& c, const EngineOptions& o, const EngineStep& s) {
+    return Stroke(c, o, s, c.background);
+}
+
+int RunFill(CommandContext& context, const EngineOptions& options, const EngineStep& step) {
+    const Target target = PaintTarget(context.doc);
+    const int x = step.numbers[0] + target.dx;
+    const int y = step.numbers[1] + target.dy;
+    if (!Inside(target, step.numbers[0], step.numbers[1])) {
+        return 0;
+    }
+    context.undo.Record(context.doc, 1);
+    FloodFill(*target.image, x, y, context.foreground, options.tolerance);
+    context.doc.SetModifiedFlag();
+    context.doc.UpdateAllViews();
+    return 1;
+}
+
+int RunLine(CommandContext& context, const EngineOptions& options, const EngineStep& step) {
+    const Target target = PaintTarget(context.doc);
+    if (!Inside(target, step.numbers[0], step.numbers[1])) {
+        return 0;
+    }
+    PaintSession session(context, options, context.foreground);
+    if (!session.opened) {
+        return 0;
+    }
+    const auto& n = step.numbers;
+    // The end point is kept inside the image, as the line tool does.
+    const int x1 = std::clamp(n[2] + target.dx, 0, target.image->Width() - 1);
+    const int y1 = std::clamp(n[3] + target.dy, 0, target.image->Height() - 1);
+    session.engine.Segment(n[0] + target.dx, n[1] + target.dy, x1, y1, options.penSize, options.penShape,
+                           kModeSolid);
+    return session.Done(context);
+}
+
+int RunRect(CommandContext& c, const EngineOptions& o, const EngineStep& s) {
+    return Shape(c, o, s, false);
+}
+
+int RunEllipse(CommandContext& c, const EngineOptions& o, const EngineStep& s) {
+    return Shape(c, o, s, true);
+}
+
+// A stroke in any draw mode, with the blend parameters a command line uses:
+// half opacity, the tolerance as colour similarity.
+int RunBrush(CommandContext& context, const EngineOptions& options, const EngineStep& step) {
+    const int mode = step.numbers[0];
+    if (mode < 1 || mode > 12 || mode == 9 || mode == 10) {
+        return 0;
+    }
+    PaintSession session(context, options, context.foreground);
+    if (!session.opened) {
+        return 0;
+    }
+    const auto reference = DuplicateImage(session.target.image);
+    BrushEngine& engine = session.engine;
+    engine.SetReferenceImage(reference.get());
+    engine.ComputeForegroundHue(RedOf(context.foreground), GreenOf(context.foreground),
+                                BlueOf(context.foreground));
+    engine.SetColorMatchBounds(options.tolerance, options.tolerance, options.tolerance);
+    engine.SetWashOpacity(128);
+    engine.SetGrain(128, 2);
+    engine.SetSpeckle(128, 32, 2);
+    const auto points = Shifted(step, session.target);
+    engine.Dab(points[0][0], points[0][1], options.penSize, options.penShape, mode);
+    for (std::size_t i = 1; i < points.size(); ++i) {
+        engine.Segment(points[i - 1][0], points[i - 1][1], points[i][0], points[i][1], options.penSize,
+                       options.penShape, mode);
+    }
+    return session.Done(context);
+}
+
+int RunTablet(CommandContext& context, const EngineOptions& options, const EngineStep& step) {
+    const int kind = step.numbers[0];
+    if (!IsArtisticPenKind(kind)) {
+        return 0;
+    }
+    PaintSession session(context, options, context.foreground);
+    if (!session.opened) {
+        return 0;
+    }
+    const auto reference = DuplicateImage(session.target.image);
+    session.engine.SetReferenceImage(reference.get());
+    const auto points = Shifted(step, session.target);
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        const auto& from = points[i == 0 ? 0 : i - 1];
+        PaintArtisticSegment(session.engine, kind, from[0], from[1], points[i][0], points[i][1],
+                             options.penSize, options.penShape);
+    }
+    return session.Done(context);
+}
+
+// The whole picture (or the floating pixels) rendered anew into a copy that
+// replaces it with an undo step; a drag of no length changes nothing.
+int RunGradient(CommandContext& context, const EngineOptions& options, const EngineStep& step) {
+    CBriselDoc& doc = context.doc;
+    const Target target = PaintTarget(doc);
+    auto copy = DuplicateImage(target.image);
+    if (!copy) {
+        platform::ShowMessage(platform::IDS_DISK_SPACE_NOT_ENOUGH, platform::MB_ICONEXCLAMATION);
+        return 0;
+    }
+    GradientRamp ramp;
+    ramp.SetShape(options.gradientShape);
+    ramp.SetColorMode(options.gradientMode);
+    ramp.SetColors(context.foreground, context.background);
+    const auto& n = step.numbers;
+    if (!ramp.Render(*copy, n[0] + target.dx, n[1] + target.dy, n[2] + target.dx, n[3] + target.dy)) {
+        return 1;
+    }
+    auto old = doc.SetImage(std::move(copy));
+    context.undo.RecordObjects(doc, std::move(old), nullptr, 1, 0);
+    doc.SetModifiedFlag();
+    doc.UpdateAllViews();
+    return 1;
+}
+
+int RunSelectRect(CommandContext& c, const EngineOptions&, const EngineStep& s) {
+    const auto& n = s.numbers;
+    SelectRectangle(c, n[0], n[1], n[2], n[3], CombineOf(s, 4));
+    return 1;
+}
+
+int RunSelectEllipse(CommandContext& c, const EngineOptions&, const EngineStep& s) {
+    const auto& n = s.numbers;
+    SelectEllipse(c, n[0], n[1], n[2], n[3], CombineOf(s, 4));
+    return 1;
+}
+
+int RunWand(CommandContext& context, const EngineOptions& options, const EngineStep& step) {
+    const CDibImage* picture = context.doc.GetPicture();
+    const int x = step.numbers[0];
+    const int y = step.numbers[1];
+    if (picture == nullptr || x < 0 || y < 0 || x >= picture->Width() || y >= picture->Height()) {
+        return 0;
+    }
+    RunMagicWand(context, x, y, CombineOf(step, 2), options.tolerance, options.continuous);
+    return 1;
+}
+
+int RunMoveFloating(CommandContext& context, const EngineOptions&, const EngineStep& step) {
+    EditResult result;
+    return EditMoveFloating(context, step.numbers[0], step.numbers[1], result);
+}
+
+int RunFillSelection(CommandContext& context, const EngineOptions&, const EngineStep& step) {
+    EditResult result;
+    return EditFillWith(context, step.numbers[0], result);
+}
+
+// The Edit menu's commands, run from their table when they are enabled.
+int RunEditCommand(int id, CommandContext& context, const EngineOptions&, const EngineStep&) {
+    const EditCommand* command = FindEditCommand(id);
+    EditResult result;
+    return command != nullptr && IsEditCommandEnabled(*command, &context.doc) ? command->run(context, result)
+                                                                              : 0;
+}

@@ -1,0 +1,75 @@
+#include "tools/select/AToolSelectMove.h"
+
+#include "image/CBriselDoc.h"
+#include "selection/SelectionMove.h"
+#include "view/CViewWindow.h"
+#include "view/ViewHost.h"
+
+void AToolSelectMove::ToolActivate() {
+    m_dragMode = kIdle;
+}
+
+QPoint AToolSelectMove::DragOffset() const {
+    return ScreenToImage(m_dragCurrent) - ScreenToImage(m_dragStart);
+}
+
+void AToolSelectMove::OnPenDown(const PenEvent& pen) {
+    const CBriselDoc* doc = Document();
+    const CDibImage* mask = doc ? doc->GetFloatMask() : nullptr;
+    if (mask == nullptr || Host() == nullptr || m_dragMode != kIdle) {
+        return;
+    }
+    const QPoint image = ScreenToImage(pen.point);
+    if (!mask->GetBit(image.x() - doc->FloatX(), image.y() - doc->FloatY())) {
+        return;
+    }
+    m_dragMode = kMoving;
+    StopOutlineTimer();
+    // The outline stands still at its place and then follows the pen.
+    m_dragStart = pen.point;
+    m_dragCurrent = pen.point;
+    m_shownOffset = QPoint();
+    m_dragOutline.Sync(*this, mask, doc->FloatX(), doc->FloatY(), true);
+    Window()->UpdateNow();
+}
+
+void AToolSelectMove::OnPenMove(const PenEvent& pen) {
+    if (m_dragMode != kMoving) {
+        return;
+    }
+    m_dragCurrent = pen.point;
+    const QPoint offset = DragOffset();
+    if (offset == m_shownOffset) {
+        return;
+    }
+    const CBriselDoc* doc = Document();
+    m_dragOutline.Invalidate(*this);
+    m_dragOutline.Sync(*this, doc->GetFloatMask(), doc->FloatX() + offset.x(), doc->FloatY() + offset.y(),
+                       true);
+    m_shownOffset = offset;
+    Window()->UpdateNow();
+}
+
+void AToolSelectMove::OnPenUp(const PenEvent&) {
+    if (m_dragMode != kMoving) {
+        return;
+    }
+    m_dragOutline.Invalidate(*this);
+    m_dragOutline.Clear();
+    if (m_dragStart != m_dragCurrent) {
+        const QPoint offset = DragOffset();
+        CommandContext context = Host()->EditingContext();
+        MoveSelectionOutline(context, offset.x(), offset.y());
+        Window()->InvalidateAll();
+    }
+    m_dragMode = kIdle;
+    RestartOutlineIfSelected();
+    Window()->UpdateNow();
+}
+
+void AToolSelectMove::PaintOverlay(QPainter& painter) {
+    AToolOutlineView::PaintOverlay(painter);
+    if (m_dragMode == kMoving) {
+        m_dragOutline.Paint(painter);
+    }
+}

@@ -1,0 +1,114 @@
+#include "script/EngineOperations.h"
+#include "image/CommandContext.h"
+#include "image/DocumentFixture.h"
+#include "platform/StringTable.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class EngineOperationsTest : public DocumentTest {
+protected:
+    void SetUp() override {
+        DocumentTest::SetUp();
+        doc.GetPicture()->Clear(0xFFFFFF);
+    }
+    int Run(const std::string& word) {
+        EngineStep step;
+        std::string error;
+        EXPECT_TRUE(ParseEngineStep(word, step, error)) << error;
+        return RunEngineStep(context, options, step);
+    }
+    bool Rejects(const std::string& word) {
+        EngineStep step;
+        std::string error;
+        return !ParseEngineStep(word, step, error) && !error.empty();
+    }
+
+    CommandContext context{doc, undo, 0x0000FF, 0x00FF00};
+    EngineOptions options;
+};
+
+} // namespace
+
+TEST_F(EngineOperationsTest, WordsAndOptionsAreCheckedBeforeAnythingRuns) {
+    for (const char* bad : {"fill", "fill=1", "fill=1,x", "pen=1,2;3", "pen=", "crop=1", "wand=1,2,both",
+                            "rect=1,2,3,4,5,6", "brush=1", "fill-selection=grey", "paint=1,2"}) {
+        EXPECT_TRUE(Rejects(bad)) << bad;
+    }
+    EXPECT_TRUE(IsEngineOperation("select-rect=1,2,3,4,sub"));
+    EXPECT_FALSE(IsEngineOperation("blur"));
+
+    std::string error;
+    EXPECT_TRUE(ParseEngineOption("pen", "3,1", options, error));
+    EXPECT_EQ(options.penSize, 3);
+    EXPECT_TRUE(ParseEngineOption("gradient", "cone,hue-ccw", options, error));
+    EXPECT_EQ(options.gradientShape, 3);
+    EXPECT_EQ(options.gradientMode, 2);
+    EXPECT_TRUE(ParseEngineOption("continuous", "0", options, error));
+    EXPECT_FALSE(options.continuous);
+    EXPECT_FALSE(ParseEngineOption("pen", "33,1", options, error));
+    EXPECT_FALSE(ParseEngineOption("tolerance", "256", options, error));
+    EXPECT_FALSE(ParseEngineOption("gradient", "spiral,rgb", options, error));
+    EXPECT_FALSE(error.empty());
+}
+
+TEST_F(EngineOperationsTest, PaintingOperationsUseTheToolsAndLeaveUndoSteps) {
+    options.penSize = 1;
+    ASSERT_EQ(Run("pen=2,2;12,2"), 1);
+    EXPECT_EQ(doc.GetPicture()->GetPixel(7, 2), 0x0000FFu);
+    EXPECT_EQ(undo.Kind(), 1);
+    EXPECT_EQ(Run("pen=30,2;1,1"), 0) << "a stroke must start inside the picture";
+
+    ASSERT_EQ(Run("fill=0,9"), 1);
+    EXPECT_EQ(doc.GetPicture()->GetPixel(19, 0), 0x0000FFu) << "the pen line does not wall the fill in";
+    undo.Undo(doc);
+    EXPECT_EQ(doc.GetPicture()->GetPixel(19, 0), 0xFFFFFFu);
+
+    ASSERT_EQ(Run("eraser=7,2"), 1);
+    EXPECT_EQ(doc.GetPicture()->GetPixel(7, 2), 0x00FF00u);
+    ASSERT_EQ(Run("rect=0,4,19,9,2"), 1);
+    EXPECT_EQ(doc.GetPicture()->GetPixel(10, 6), 0x0000FFu);
+    ASSERT_EQ(Run("gradient=0,0,19,0"), 1);
+    EXPECT_EQ(doc.GetPicture()->GetPixel(0, 5), 0x0000FFu);
+    EXPECT_EQ(doc.GetPicture()->GetPixel(19, 5), 0x00FF00u);
+    EXPECT_EQ(undo.Kind(), 1);
+    ASSERT_EQ(Run("brush=3,5,5;15,5"), 1);
+    EXPECT_EQ(Run("brush=9,5,5"), 0) << "there is no draw mode 9";
+    ASSERT_EQ(Run("tablet=7,5,5;15,5"), 1);
+}
+
+TEST_F(EngineOperationsTest, SelectionOperationsAndPaintingInsideAFloatingSelection) {
+    ASSERT_EQ(Run("select-rect=2,2,9,7"), 1);
+    EXPECT_EQ(doc.GetFloatRect(), (ImageRect{2, 2, 10, 8}));
+    ASSERT_EQ(Run("select-ellipse=8,2,15,7,add"), 1);
+    EXPECT_EQ(doc.GetFloatRect(), (ImageRect{2, 2, 16, 8}));
+    ASSERT_EQ(Run("select-rect=2,2,9,7,sub"), 1);
+    EXPECT_EQ(doc.GetFloatRect().left, 10);
+
+    ASSERT_EQ(Run("select-rect=2,2,9,7"), 1);
+    options.penSize = 1;
+    ASSERT_EQ(Run("pen=3,3"), 1) << "image coordinates land on the floating pixels";
+    EXPECT_EQ(doc.GetFloatImage()->GetPixel(1, 1), 0x0000FFu);
+    EXPECT_EQ(doc.GetPicture()->GetPixel(3, 3), 0xFFFFFFu);
+    ASSERT_EQ(Run("move-floating=5,1"), 1);
+    ASSERT_EQ(Run("put-floating"), 1);
+    EXPECT_EQ(doc.GetPicture()->GetPixel(8, 4), 0x0000FFu);
+    ASSERT_EQ(Run("fill-selection=white"), 1);
+    ASSERT_EQ(Run("crop"), 1);
+    EXPECT_EQ(doc.GetPicture()->Width(), 8);
+    EXPECT_EQ(Run("crop"), 0) << "nothing selected any more";
+
+    ASSERT_EQ(Run("wand=0,0"), 1);
+    EXPECT_EQ(doc.GetFloatRect(), (ImageRect{0, 0, 8, 6}));
+    ASSERT_EQ(Run("select-none"), 1);
+    EXPECT_EQ(doc.GetFloatMask(), nullptr);
+}
+
+TEST_F(EngineOperationsTest, AGradientWithoutMemoryForItsCopyChangesNothing) {
+    platform::HeapBlock::FailNextAllocations(1);
+    EXPECT_EQ(Run("gradient=0,0,19,9"), 0);
+    EXPECT_EQ(presenter.ShownIds().back(), platform::IDS_DISK_SPACE_NOT_ENOUGH);
+    EXPECT_EQ(doc.GetPicture()->GetPixel(19, 9), 0xFFFFFFu);
+    EXPECT_EQ(undo.Kind(), 0);
+}
