@@ -6,8 +6,8 @@
 #include "ops/EditCommandTable.h"
 #include "paint/ArtisticPen.h"
 #include "paint/BrushEngine.h"
-#include "paint/FloodFill.h"
-#include "paint/GradientRamp.h"
+#include "paint/EditingTarget.h"
+#include "paint/PaintCommands.h"
 #include "paint/PenStroke.h"
 #include "paint/ShapeDrawing.h"
 #include "platform/MessagePresenter.h"
@@ -18,31 +18,11 @@
 
 namespace {
 
-// The editing target and where image point (0, 0) lies in it: the floating
-// pixels while a selection floats, else the picture.
-struct Target {
-    CDibImage* image;
-    int dx;
-    int dy;
-};
-
-Target PaintTarget(CBriselDoc& doc) {
-    if (doc.GetFloatImage() != nullptr) {
-        return Target{doc.GetFloatImage(), -doc.FloatX(), -doc.FloatY()};
-    }
-    return Target{doc.GetPicture(), 0, 0};
-}
-
-bool Inside(const Target& target, int x, int y) {
-    return target.image != nullptr && x + target.dx >= 0 && y + target.dy >= 0 &&
-           x + target.dx < target.image->Width() && y + target.dy < target.image->Height();
-}
-
 // The engine pointed at the target with the context's colours, the oval table
 // of the pen built, and the undo step opened (kind 1).
 struct PaintSession {
     PaintSession(CommandContext& context, const EngineOptions& options, ColorWord ink)
-        : target(PaintTarget(context.doc)) {
+        : target(EditingTargetOf(context.doc)) {
         engine.SetTargetImage(target.image);
         engine.SetForegroundColor(ink);
         engine.SetBackgroundColor(context.background);
@@ -55,12 +35,12 @@ struct PaintSession {
         return 1;
     }
 
-    Target target;
+    EditingTarget target;
     BrushEngine engine;
     bool opened = false;
 };
 
-std::vector<std::array<int, 2>> Shifted(const EngineStep& step, const Target& target) {
+std::vector<std::array<int, 2>> Shifted(const EngineStep& step, const EditingTarget& target) {
     std::vector<std::array<int, 2>> points = step.points;
     for (auto& p : points) {
         p[0] += target.dx;
@@ -70,7 +50,7 @@ std::vector<std::array<int, 2>> Shifted(const EngineStep& step, const Target& ta
 }
 
 int Stroke(CommandContext& context, const EngineOptions& options, const EngineStep& step, ColorWord ink) {
-    if (!Inside(PaintTarget(context.doc), step.points[0][0], step.points[0][1])) {
+    if (!EditingTargetOf(context.doc).Contains(step.points[0][0], step.points[0][1])) {
         return 0;
     }
     PaintSession session(context, options, ink);
@@ -116,22 +96,12 @@ int RunEraser(CommandContext& c, const EngineOptions& o, const EngineStep& s) {
 }
 
 int RunFill(CommandContext& context, const EngineOptions& options, const EngineStep& step) {
-    const Target target = PaintTarget(context.doc);
-    const int x = step.numbers[0] + target.dx;
-    const int y = step.numbers[1] + target.dy;
-    if (!Inside(target, step.numbers[0], step.numbers[1])) {
-        return 0;
-    }
-    context.undo.Record(context.doc, 1);
-    FloodFill(*target.image, x, y, context.foreground, options.tolerance);
-    context.doc.SetModifiedFlag();
-    context.doc.UpdateAllViews();
-    return 1;
+    return FillAt(context, step.numbers[0], step.numbers[1], options.tolerance);
 }
 
 int RunLine(CommandContext& context, const EngineOptions& options, const EngineStep& step) {
-    const Target target = PaintTarget(context.doc);
-    if (!Inside(target, step.numbers[0], step.numbers[1])) {
+    const EditingTarget target = EditingTargetOf(context.doc);
+    if (!target.Contains(step.numbers[0], step.numbers[1])) {
         return 0;
     }
     PaintSession session(context, options, context.foreground);
@@ -207,26 +177,8 @@ int RunTablet(CommandContext& context, const EngineOptions& options, const Engin
 // The whole picture (or the floating pixels) rendered anew into a copy that
 // replaces it with an undo step; a drag of no length changes nothing.
 int RunGradient(CommandContext& context, const EngineOptions& options, const EngineStep& step) {
-    CBriselDoc& doc = context.doc;
-    const Target target = PaintTarget(doc);
-    auto copy = DuplicateImage(target.image);
-    if (!copy) {
-        platform::ShowMessage(platform::IDS_DISK_SPACE_NOT_ENOUGH, platform::MB_ICONEXCLAMATION);
-        return 0;
-    }
-    GradientRamp ramp;
-    ramp.SetShape(options.gradientShape);
-    ramp.SetColorMode(options.gradientMode);
-    ramp.SetColors(context.foreground, context.background);
     const auto& n = step.numbers;
-    if (!ramp.Render(*copy, n[0] + target.dx, n[1] + target.dy, n[2] + target.dx, n[3] + target.dy)) {
-        return 1;
-    }
-    auto old = doc.SetImage(std::move(copy));
-    context.undo.RecordObjects(doc, std::move(old), nullptr, 1, 0);
-    doc.SetModifiedFlag();
-    doc.UpdateAllViews();
-    return 1;
+    return DrawGradient(context, options.gradientShape, options.gradientMode, n[0], n[1], n[2], n[3]);
 }
 
 int RunSelectRect(CommandContext& c, const EngineOptions&, const EngineStep& s) {

@@ -2,8 +2,7 @@
 
 #include "tools/paint/AToolPaintCursor.h"
 #include "tools/paint/AToolPaintTarget.h"
-#include "script/EngineOperationHandlers.h"
-#include "script/EngineOperations.h"
+#include "paint/PaintCommands.h"
 #include "platform/Settings.h"
 #include "platform/WaitCursor.h"
 #include "view/CViewWindow.h"
@@ -26,14 +25,11 @@ void AToolPaintFill::OnPenDown(const PenEvent& pen) {
     if (!painttarget::Contains(Document(), point - painttarget::Origin(Document()))) {
         return;
     }
-    EngineOptions options;
-    options.tolerance = platform::Settings::ReadInt("FloodFill", "Tolerance", 32);
-    EngineStep step;
-    step.numbers = {point.x(), point.y()};
+    const int tolerance = platform::Settings::ReadInt("FloodFill", "Tolerance", 32);
     CommandContext context = Host()->EditingContext();
     {
         platform::WaitCursor wait;
-        RunFill(context, options, step);
+        FillAt(context, point.x(), point.y(), tolerance);
     }
     if (Window() != nullptr) {
         Window()->InvalidateAll();

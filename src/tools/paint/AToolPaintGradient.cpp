@@ -1,8 +1,7 @@
 #include "tools/paint/AToolPaintGradient.h"
 
 #include "tools/paint/AToolPaintTarget.h"
-#include "script/EngineOperationHandlers.h"
-#include "script/EngineOperations.h"
+#include "paint/PaintCommands.h"
 #include "platform/Settings.h"
 #include "platform/WaitCursor.h"
 #include "view/ViewHost.h"
@@ -38,13 +37,9 @@ ImageRect AToolPaintGradient::BandArea() const {
 
 void AToolPaintGradient::Finish() {
     const QPoint origin = painttarget::Origin(Document());
-    EngineOptions options;
-    options.gradientMode = m_colorMode;
-    options.gradientShape = m_shape;
-    EngineStep step;
-    step.numbers = {Start().x() + origin.x(), Start().y() + origin.y(), End().x() + origin.x(),
-                    End().y() + origin.y()};
+    const QPoint from = Start() + origin;
+    const QPoint to = End() + origin;
     CommandContext context = Host()->EditingContext();
     platform::WaitCursor wait;
-    RunGradient(context, options, step);
+    DrawGradient(context, m_shape, m_colorMode, from.x(), from.y(), to.x(), to.y());
 }
