@@ -7,6 +7,7 @@
 #include "app/HelpWindow.h"
 #include "app/ToolIcons.h"
 #include "dialogs/AboutDialog.h"
+#include "dialogs/ImageInfoDialog.h"
 #include "formats/CDocumentFiles.h"
 #include "formats/LoadLimits.h"
 #include "image/DibHelpers.h"
@@ -75,11 +76,12 @@ CBriselApp::~CBriselApp() {
     platform::WaitCursor::SetHandlers(nullptr, nullptr);
 }
 
+// The picture at start is the one New offers.
 void CBriselApp::StartupPicture() {
+    const NewImageValues values = StoredNewImageValues();
     BitmapInfoHeader header;
-    InitDibHeader(header, platform::ScreenMetrics::Width(), platform::ScreenMetrics::Height(), 24, 72, 72);
-    const bool background = platform::Settings::ReadInt(kNewSection, "Contents", 0) != 0;
-    m_document.NewImage(header, kFillFormatTrueColor, background ? BackgroundSetting() : kWhite);
+    InitDibHeader(header, values.width, values.height, 24, values.dpi, values.dpi);
+    m_document.NewImage(header, kFillFormatTrueColor, values.contents != 0 ? BackgroundSetting() : kWhite);
 }
 
 bool CBriselApp::InitInstance(const QStringList& files) {
@@ -183,9 +185,8 @@ void CBriselApp::RefreshRecentMenu() {
 }
 
 void CBriselApp::ShowDocumentCaption() {
-    const QString product = QString::fromUtf8(platform::LoadString(platform::IDS_PRODUCT_NAME).data());
     const QString title = QString::fromStdString(m_document.Title());
-    m_frame->SetBaseCaption(title.isEmpty() ? product : title + QStringLiteral(" - ") + product);
+    m_frame->SetDocumentName(title.isEmpty() ? ImageInfoDialog::UntitledName() : title);
 }
 
 void CBriselApp::OnFileOpen() {
@@ -219,6 +220,7 @@ bool CBriselApp::OpenDocumentFile(const QString& path) {
     }
     m_recent.Add(path);
     RefreshRecentMenu();
+    m_frame->FitLargePicture();
     m_files->ShowReducedNotice();
     return true;
 }
@@ -273,9 +275,9 @@ bool CBriselApp::CanCloseDocument() {
     return m_files == nullptr || m_files->SaveModified();
 }
 
-void CBriselApp::OnExit(bool askAboutClipboard) {
+void CBriselApp::OnExit() {
     if (m_frame != nullptr) {
-        m_frame->Exit(askAboutClipboard);
+        m_frame->Exit();
     }
 }
 

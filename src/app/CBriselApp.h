@@ -48,7 +48,7 @@ public:
     void OnSend(ExternalSender::Channel channel);
     void OnOpenRecent(int index);
     bool HasRecentFile(int index) const { return index < m_recent.Count(); }
-    void OnExit(bool askAboutClipboard);
+    void OnExit();
     // Asks about unsaved changes; false when the user cancels.
     bool CanCloseDocument();
     void OnHelp();

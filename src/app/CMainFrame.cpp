@@ -6,10 +6,13 @@
 #include "app/CommandRouter.h"
 #include "app/FrameDialogs.h"
 #include "app/MenuBuilder.h"
+#include "app/StatusDisplay.h"
 #include "app/ToolIcons.h"
 #include "app/ToolPalette.h"
 #include "dialogs/CommandDialogs.h"
 #include "dialogs/FillColorDialog.h"
+#include "dialogs/ImageInfoDialog.h"
+#include "view/CDisplayRenderer.h"
 #include "formats/JpegQuality.h"
 #include "image/CBriselDoc.h"
 #include "ops/EditCommandTable.h"
@@ -84,12 +87,14 @@ CMainFrame::CMainFrame(CBriselApp* app, CBriselDoc& doc, CDisplayRenderer& rende
     m_observerId = m_doc.AddViewObserver([this](int hint) { OnDocumentChanged(hint); });
     // Paste follows what any program puts on the clipboard.
     connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, m_router, &CommandRouter::UpdateAll);
-    SetBaseCaption(QString::fromUtf8(platform::LoadString(platform::IDS_PRODUCT_NAME).data()));
+    m_doc.SetModifiedListener([this] { setWindowModified(m_doc.IsModified()); });
+    SetDocumentName(ImageInfoDialog::UntitledName());
     m_router->UpdateAll();
 }
 
 CMainFrame::~CMainFrame() {
     m_doc.RemoveViewObserver(m_observerId);
+    m_doc.SetModifiedListener(nullptr);
     WriteSettings();
 }
 
@@ -98,64 +103,30 @@ CBriselView* CMainFrame::View() const {
 }
 
 void CMainFrame::BuildStandardBar() {
-    struct Button {
-        int id;
-        QIcon icon;
-    };
-    QStyle* look = style();
-    const Button buttons[] = {
-        {cmd::kNew, QIcon::fromTheme("document-new", look->standardIcon(QStyle::SP_FileIcon))},
-        {cmd::kOpen, QIcon::fromTheme("document-open", look->standardIcon(QStyle::SP_DialogOpenButton))},
-        {cmd::kSave, QIcon::fromTheme("document-save", look->standardIcon(QStyle::SP_DialogSaveButton))},
-        {0, {}},
-        {cmd::kUndo, QIcon::fromTheme("edit-undo", look->standardIcon(QStyle::SP_ArrowBack))},
-        {cmd::kRedo, QIcon::fromTheme("edit-redo", look->standardIcon(QStyle::SP_ArrowForward))},
-        {0, {}},
-        {cmd::kZoomIn, icons::ForTool(33028)},
-        {cmd::kZoomOut, icons::ForTool(33029)},
-        {cmd::kActualImage, QIcon::fromTheme("zoom-original", icons::ForTool(33028))},
-        {cmd::kFullScreen,
-         QIcon::fromTheme("view-fullscreen", look->standardIcon(QStyle::SP_TitleBarMaxButton))},
-    };
+    constexpr int kButtons[] = {cmd::kNew,    cmd::kOpen,        cmd::kSave,        0,
+                                cmd::kUndo,   cmd::kRedo,        0,                 cmd::kZoomIn,
+                                cmd::kZoomOut, cmd::kActualImage, cmd::kFitInWindow, cmd::kFullScreen};
     QToolBar* bar = addToolBar(QStringLiteral("Standard"));
     bar->setObjectName(QStringLiteral("StandardBar"));
     bar->setIconSize(QSize(22, 22));
-    for (const Button& button : buttons) {
-        if (button.id == 0) {
+    for (const int id : kButtons) {
+        if (id == 0) {
             bar->addSeparator();
-            continue;
+        } else {
+            bar->addAction(m_router->Action(id));
         }
-        QAction* action = m_router->Action(button.id);
-        action->setIcon(button.icon);
-        bar->addAction(action);
     }
 }
 
 void CMainFrame::BuildStatusBar() {
-    m_pictureStatus = new QLabel(this);
-    m_pointerStatus = new QLabel(this);
-    m_pointerStatus->setMinimumWidth(
-        m_pointerStatus->fontMetrics().horizontalAdvance(QStringLiteral("00000, 00000")));
-    statusBar()->addPermanentWidget(m_pointerStatus);
-    statusBar()->addPermanentWidget(m_pictureStatus);
-    connect(m_viewWindow, &CViewWindow::PointerMoved, this, [this](QPoint image) {
-        const CDibImage* picture = m_doc.GetPicture();
-        const bool inside = picture != nullptr && image.x() >= 0 && image.y() >= 0 &&
-                            image.x() < picture->Width() && image.y() < picture->Height();
-        m_pointerStatus->setText(inside ? QStringLiteral("%1, %2").arg(image.x()).arg(image.y()) : QString());
-    });
+    m_status = new StatusDisplay(*statusBar(), m_doc);
+    connect(m_viewWindow, &CViewWindow::PointerMoved, m_status, &StatusDisplay::ShowPointer);
 }
 
 void CMainFrame::ShowPictureStatus() {
-    const CDibImage* picture = m_doc.GetPicture();
-    if (picture == nullptr || m_pictureStatus == nullptr) {
-        return;
+    if (m_status != nullptr) {
+        m_status->ShowDocument(View()->Zoom());
     }
-    const int zoom = View()->Zoom();
-    const QString scale =
-        zoom >= 1 ? QStringLiteral("%1%").arg(zoom * 100) : QStringLiteral("1/%1").arg(-zoom);
-    m_pictureStatus->setText(
-        QStringLiteral("%1 x %2 pixels   %3").arg(picture->Width()).arg(picture->Height()).arg(scale));
 }
 
 void CMainFrame::ReadSettings() {
@@ -165,6 +136,7 @@ void CMainFrame::ReadSettings() {
     m_penShape = std::clamp(platform::Settings::ReadInt(kTools, "PenShape", 2), 1, 6);
     m_jpegQuality = JpegQuality::Read();
     m_pressureSimulation = platform::Settings::ReadInt(kTools, "Pressure", 0) != 0;
+    m_renderer.SetPixelGrid(platform::Settings::ReadInt(kMain, "PixelGrid", 0) != 0);
 }
 
 void CMainFrame::WriteSettings() const {
@@ -216,6 +188,22 @@ void CMainFrame::OnImageInformation() {
 }
 void CMainFrame::OnSystemInformation() {
     FrameDialogs::SystemInformation(*this);
+}
+
+void CMainFrame::OnPixelGrid() {
+    m_renderer.SetPixelGrid(!m_renderer.PixelGrid());
+    platform::Settings::WriteInt(kMain, "PixelGrid", m_renderer.PixelGrid() ? 1 : 0);
+    m_viewWindow->InvalidateAll();
+}
+
+bool CMainFrame::PixelGridShown() const {
+    return m_renderer.PixelGrid();
+}
+
+void CMainFrame::FitLargePicture() {
+    if (platform::Settings::ReadInt(kMain, "FitLargePictures", 1) != 0) {
+        View()->FitIfLarger();
+    }
 }
 
 void CMainFrame::OnToolBar() {
@@ -331,8 +319,8 @@ CommandContext CMainFrame::EditingContext() {
     return CommandContext{m_doc, m_undo, m_colors[0], m_colors[1]};
 }
 
-void CMainFrame::SetBaseCaption(const QString& caption) {
-    m_baseCaption = caption;
+void CMainFrame::SetDocumentName(const QString& name) {
+    m_documentName = name;
     UpdateCaption();
 }
 
@@ -343,15 +331,22 @@ void CMainFrame::ShowZoomSuffix(const std::string& suffix) {
 }
 
 void CMainFrame::UpdateCaption() {
-    QString caption = m_baseCaption;
-    if (!m_zoomSuffix.empty()) {
+    // "[*]" is where Qt shows the modified mark; a caption that already ends
+    // with the program's display name is not given it a second time.
+    QString caption = m_documentName + QStringLiteral("[*]");
+    if (!m_zoomSuffix.empty() && View()->Zoom() != 1) {
         caption += QLatin1Char(' ') + QString::fromStdString(m_zoomSuffix);
     }
+    caption += QStringLiteral(" \u2014 ") + QString::fromUtf8(platform::LoadString(platform::IDS_PRODUCT_NAME).data());
     setWindowTitle(caption);
+    setWindowModified(m_doc.IsModified());
 }
 
 void CMainFrame::InitialUpdate() {
     View()->OnInitialUpdate();
+    if (m_status != nullptr) {
+        m_status->ClearPointer();
+    }
     m_zoomSuffix.clear();
     UpdateCaption();
     StateChanged();
@@ -367,16 +362,12 @@ void CMainFrame::OnDocumentChanged(int hint) {
     StateChanged();
 }
 
-void CMainFrame::Exit(bool askAboutClipboard) {
-    m_askAboutClipboard = askAboutClipboard;
+void CMainFrame::Exit() {
     close();
-    m_askAboutClipboard = true;
 }
 
 void CMainFrame::closeEvent(QCloseEvent* event) {
-    if (m_askAboutClipboard) {
-        ClipboardCommands::OfferOnExit(*this);
-    }
+    ClipboardCommands::OfferOnExit(*this);
     if (m_app != nullptr && !m_app->CanCloseDocument()) {
         event->ignore();
         return;

@@ -14,8 +14,8 @@ class CBriselView;
 class CDisplayRenderer;
 class CViewWindow;
 class CommandRouter;
+class StatusDisplay;
 class ToolPalette;
-class QLabel;
 
 // The main window: it owns the menu bar, the tool palette, the view window,
 // the undo record and the state the tools share (current tool, colours, pen,
@@ -50,6 +50,12 @@ public:
     void OnSystemInformation();
     void OnToolBar();
     bool ToolBarVisible() const;
+    // View > Pixel Grid: lines between image pixels from x 4 on, on screen only.
+    void OnPixelGrid();
+    bool PixelGridShown() const;
+    // After a picture was opened: fitted to the window when it is larger and
+    // the option asks for it.
+    void FitLargePicture();
     void OnUndo();
     void OnRedo();
     // An Image or Filter menu command: its dialog first when it has one.
@@ -74,13 +80,14 @@ public:
     bool HasClipboardData() const { return m_clipboardData; }
     void SetClipboardData(bool value) { m_clipboardData = value; }
     // Closes the window as Exit and the window's close button do: the
-    // clipboard question, then the save-changes question. Without
-    // `askAboutClipboard` (the Quit accelerator) only the latter is asked.
-    void Exit(bool askAboutClipboard);
+    // clipboard question, then the save-changes question.
+    void Exit();
 
-    // The caption: the product name (and the document's name), then the zoom.
-    void SetBaseCaption(const QString& caption);
-    QString BaseCaption() const { return m_baseCaption; }
+    // The caption: the document's name, the modified mark, the zoom when it
+    // is not actual size, then the program's name.
+    void SetDocumentName(const QString& name);
+    QString DocumentName() const { return m_documentName; }
+    StatusDisplay* Status() const { return m_status; }
     // Binds the view to the document's picture as a fresh display.
     void InitialUpdate();
     // Refreshes enabling after a change that the router did not see.
@@ -130,10 +137,8 @@ private:
     bool m_pressureSimulation = false;
     bool m_alternativeLayout = false;
     bool m_clipboardData = false;
-    bool m_askAboutClipboard = true;
-    QString m_baseCaption;
+    QString m_documentName;
     std::string m_zoomSuffix;
     int m_observerId = 0;
-    QLabel* m_pictureStatus = nullptr;
-    QLabel* m_pointerStatus = nullptr;
+    StatusDisplay* m_status = nullptr;
 };

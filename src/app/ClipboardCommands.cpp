@@ -77,6 +77,7 @@ void ClipboardCommands::PasteAsNew(CMainFrame& frame) {
     doc.SetTitle("");
     doc.SetReduced(false);
     frame.InitialUpdate();
+    frame.FitLargePicture();
     if (app != nullptr) {
         app->AfterDocumentCommand(true);
     }

@@ -14,7 +14,6 @@ constexpr int kSendInfrared = 32871;
 constexpr int kOptions = 32876;
 constexpr int kAbout = 57664;
 constexpr int kExit = 32774;
-constexpr int kAppExit = 57665; // Ctrl+Q: closes without the clipboard question
 constexpr int kHelp = 57670;
 constexpr int kRecentFirst = 57616; // "Open Recent" entries 57616..57623
 constexpr int kRecentCount = 8;
@@ -43,8 +42,11 @@ constexpr int kFullScreen = 32837;
 constexpr int kImageInformation = 32838;
 constexpr int kSystemInformation = 32839;
 constexpr int kToolBar = 32840;
-// "x 2".."x 8" and "/ 2".."/ 8": note that there is no id between x 4 and x 5.
-constexpr int kMagnifyIds[7] = {32841, 32842, 32843, 32845, 32846, 32847, 32848};
+constexpr int kFitInWindow = 32880;
+constexpr int kPixelGrid = 32881;
+// "x 2".."x 8", "x 16", "x 32" and "/ 2".."/ 8": note that there is no id
+// between x 4 and x 5.
+constexpr int kMagnifyIds[9] = {32841, 32842, 32843, 32845, 32846, 32847, 32848, 32882, 32883};
 constexpr int kReduceIds[7] = {32849, 32850, 32851, 32852, 32853, 32854, 32855};
 
 // The current-tool-attribute request of the palette's options button.

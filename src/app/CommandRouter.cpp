@@ -2,6 +2,7 @@
 
 #include "app/CBriselApp.h"
 #include "app/CMainFrame.h"
+#include "app/CommandIcons.h"
 
 #include <QAction>
 #include <QKeySequence>
@@ -12,9 +13,13 @@ CommandRouter::CommandRouter(CMainFrame& frame) : QObject(&frame), m_frame(frame
 void CommandRouter::CreateActions(QWidget* owner) {
     for (const CommandEntry& entry : CommandTable()) {
         auto* action = new QAction(QString::fromUtf8(entry.label), owner);
-        if (entry.accelerator != nullptr) {
-            action->setShortcut(QKeySequence(QString::fromUtf8(entry.accelerator)));
+        const QList<QKeySequence> keys = entry.accelerator.Sequences();
+        if (!keys.isEmpty()) {
+            action->setShortcuts(keys);
             action->setShortcutContext(Qt::WindowShortcut);
+        }
+        if (entry.label[0] != '\0') {
+            action->setIcon(icons::ForCommand(entry.id));
         }
         action->setCheckable(entry.checked != nullptr);
         action->setData(entry.id);

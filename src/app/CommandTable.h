@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/Accelerator.h"
+
 #include <vector>
 
 class CMainFrame;
@@ -28,7 +30,7 @@ struct CommandEntry {
     const char* menu;    // top-level menu, nullptr for commands without an entry
     const char* submenu; // nullptr for entries directly in the menu
     const char* label;
-    const char* accelerator; // nullptr for none
+    Accelerator accelerator; // nullptr for none
     CommandTarget target;
     void (*run)(CommandTargets&);
     bool (*enabled)(const CommandTargets&); // nullptr: always available

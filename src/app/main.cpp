@@ -11,7 +11,7 @@ int main(int argc, char* argv[]) {
     QStringList files = QApplication::arguments();
     files.removeFirst();
     const QString screenshot = Screenshot::TakeOption(files);
-    if (!app.InitInstance(files)) {
+    if (!app.InitInstance()) {
         return 1;
     }
     CMainFrame* frame = app.MainFrame();
@@ -22,6 +22,10 @@ int main(int argc, char* argv[]) {
     frame->showMaximized();
     frame->raise();
     frame->activateWindow();
+    // Opened once the window has its size, so that a large picture is fitted to it.
+    if (!files.isEmpty()) {
+        app.OpenDocumentFile(files.first());
+    }
     if (!screenshot.isEmpty()) {
         Screenshot::Schedule(screenshot);
     }

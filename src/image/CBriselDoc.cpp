@@ -260,3 +260,11 @@ void CBriselDoc::UpdateAllViews(int hint) const {
         observer(hint);
     }
 }
+
+void CBriselDoc::SetModifiedFlag(bool modified) {
+    const bool changed = modified != m_bModified;
+    m_bModified = modified;
+    if (changed && m_modifiedListener) {
+        m_modifiedListener();
+    }
+}

@@ -67,7 +67,9 @@ public:
     void DeleteContents();
 
     bool IsModified() const { return m_bModified; }
-    void SetModifiedFlag(bool modified = true) { m_bModified = modified; }
+    void SetModifiedFlag(bool modified = true);
+    // Called whenever the modified flag changes (the window's caption follows it).
+    void SetModifiedListener(std::function<void()> listener) { m_modifiedListener = std::move(listener); }
     bool IsReduced() const { return m_bReduced; }
     void SetReduced(bool reduced) { m_bReduced = reduced; }
     const std::string& PathName() const { return m_path; }
@@ -92,6 +94,7 @@ private:
     bool m_bFloating = false;
     bool m_bReduced = false;
     bool m_bModified = false;
+    std::function<void()> m_modifiedListener;
     std::string m_path;
     std::string m_title;
     std::vector<std::pair<int, ViewObserver>> m_observers;

@@ -104,13 +104,33 @@ void CBriselView::ZoomActual() {
 }
 
 void CBriselView::ZoomMagnify(int n) {
-    m_state.zoom = n - 1;
+    m_state.zoom = zoom::CodeBelow(n);
     ZoomInStep(true);
 }
 
 void CBriselView::ZoomReduce(int n) {
     m_state.zoom = -(n - 1);
     ZoomOutStep(true);
+}
+
+void CBriselView::ZoomToFit() {
+    if (m_window == nullptr || m_state.imageWidth <= 0 || m_state.imageHeight <= 0) {
+        return;
+    }
+    const QSize room = m_window->ClientSizeWithoutBars();
+    m_state.zoom = zoom::FitCode(m_state.imageWidth, m_state.imageHeight, room.width(), room.height());
+    AfterZoomChange(true);
+}
+
+void CBriselView::FitIfLarger() {
+    // A window not on screen yet has no size to fit to.
+    if (m_window == nullptr || !m_window->isVisible()) {
+        return;
+    }
+    const QSize room = m_window->ClientSizeWithoutBars();
+    if (m_state.imageWidth > room.width() || m_state.imageHeight > room.height()) {
+        ZoomToFit();
+    }
 }
 
 void CBriselView::FullScreen() {

@@ -75,6 +75,10 @@ public:
     void ZoomActual();
     void ZoomMagnify(int n);
     void ZoomReduce(int n);
+    // The largest zoom at which the whole picture fits the window.
+    void ZoomToFit();
+    // Fits a picture larger than the window; one that fits stays at actual size.
+    void FitIfLarger();
     // Shows the picture alone on the whole screen until a tap or Esc.
     void FullScreen();
 

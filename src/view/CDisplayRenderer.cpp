@@ -191,6 +191,20 @@ void CDisplayRenderer::MagnifyRow(const std::uint8_t* src, int pixels, std::uint
     }
 }
 
+namespace {
+void MarkGridPixel(std::uint8_t* pixel) {
+    pixel[0] ^= 0x80;
+    pixel[1] ^= 0x80;
+    pixel[2] ^= 0x80;
+}
+} // namespace
+
+void CDisplayRenderer::MarkGridColumns(std::uint8_t* row, int screenPixels) const {
+    for (int x = 0; x < screenPixels; x += m_zoom) {
+        MarkGridPixel(row + 3 * x);
+    }
+}
+
 void CDisplayRenderer::ReduceRows(const ImageRect& area, int firstRow, std::uint8_t* dst) {
     const int k = -m_zoom;
     const int pixels = area.right - area.left + 1;
@@ -242,10 +256,22 @@ void CDisplayRenderer::BuildScreenRow(const ImageRect& area, int screenRow, std:
         } else {
             FetchImageRow(imageRow, area.left, area.right, m_imageRow.data());
             MagnifyRow(m_imageRow.data(), pixels, m_scaledRow.data());
+            if (GridShown()) {
+                MarkGridColumns(m_scaledRow.data(), screenPixels);
+            }
         }
         cachedRow = imageRow;
     }
     std::memcpy(dst, m_scaledRow.data(), static_cast<std::size_t>(screenPixels) * 3);
+    if (GridShown() && screenRow % m_zoom == 0) {
+        // The top row of each image pixel: the whole row is marked, and the
+        // column marks it turned back are marked again.
+        const std::size_t bytes = static_cast<std::size_t>(screenPixels) * 3;
+        for (std::size_t i = 0; i < bytes; ++i) {
+            dst[i] ^= 0x80;
+        }
+        MarkGridColumns(dst, screenPixels);
+    }
 }
 
 void CDisplayRenderer::Quantise(std::uint8_t* row, int pixels, int screenX, int screenY) const {

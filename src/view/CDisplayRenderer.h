@@ -38,6 +38,12 @@ public:
     // 0 and -1 are stored as 1.
     void SetZoom(int code);
     int Zoom() const { return m_zoom; }
+    // Lines between image pixels from kGridZoom on: the first screen row and
+    // column of every image pixel has each channel moved by half the range
+    // (XOR 0x80), which stands out on any colour.
+    static constexpr int kGridZoom = 4;
+    void SetPixelGrid(bool on) { m_pixelGrid = on; }
+    bool PixelGrid() const { return m_pixelGrid; }
     // Bits per pixel of the display itself, used by the Automatic mode.
     void SetScreenDepth(int bits) { m_screenDepth = bits; }
     // 16 when the rows are quantised, else 24 (or the display's own depth).
@@ -74,6 +80,8 @@ private:
     void MagnifyRow(const std::uint8_t* src, int pixels, std::uint8_t* dst) const;
     void ReduceRows(const ImageRect& area, int firstRow, std::uint8_t* dst);
     void ApplyLookup(std::uint8_t* row, int pixels) const;
+    bool GridShown() const { return m_pixelGrid && m_zoom >= kGridZoom; }
+    void MarkGridColumns(std::uint8_t* row, int screenPixels) const;
     void Quantise(std::uint8_t* row, int pixels, int screenX, int screenY) const;
     bool EnsureBuffers(int imagePixels, int screenPixels);
     template <typename Sink> int RenderBands(const ImageRect& area, int ditherX, int ditherY, Sink&& sink);
@@ -87,6 +95,7 @@ private:
     std::uint8_t m_lutRed[256] = {};
     int m_zoom = 1;
     int m_screenDepth = 24;
+    bool m_pixelGrid = false;
 
     const CDibImage* m_image = nullptr;
     const CDibImage* m_floatImage = nullptr;

@@ -69,6 +69,14 @@ QSize CViewWindow::ClientSize() const {
                  static_cast<int>(std::lround(viewport()->height() * ratio)));
 }
 
+QSize CViewWindow::ClientSizeWithoutBars() const {
+    // The frame's inside holds the viewport and the scroll bars.
+    const QSize room = contentsRect().size();
+    const qreal ratio = DeviceRatio();
+    return QSize(static_cast<int>(std::lround(room.width() * ratio)),
+                 static_cast<int>(std::lround(room.height() * ratio)));
+}
+
 int CViewWindow::ScrollX() const {
     return horizontalScrollBar()->value();
 }

@@ -28,6 +28,8 @@ public:
 
     // Services for the view object.
     QSize ClientSize() const;
+    // The client size the picture would have without scroll bars.
+    QSize ClientSizeWithoutBars() const;
     int ScrollX() const;
     int ScrollY() const;
     bool HasHorizontalBar() const;

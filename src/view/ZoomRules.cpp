@@ -17,13 +17,31 @@ int Normalised(int code) {
     return (code == 0 || code == -1) ? 1 : code;
 }
 
-bool StepIn(int& code, int width, int height) {
-    int next = code + 1;
-    if (next == -1) {
-        next = 1;
+namespace {
+int NextIn(int code) {
+    if (code >= kLastSingleStep) {
+        return code * 2;
     }
-    const Size size = ZoomedSize(width, height, next);
-    if (size.width > kMaxZoomedSize || size.height > kMaxZoomedSize) {
+    const int next = code + 1;
+    return next == -1 ? 1 : next;
+}
+
+int NextOut(int code) {
+    if (code > kLastSingleStep) {
+        return code / 2;
+    }
+    const int next = code - 1;
+    return next == 0 ? -2 : next;
+}
+
+bool Fits(const Size& size, int width, int height) {
+    return size.width <= width && size.height <= height;
+}
+} // namespace
+
+bool StepIn(int& code, int width, int height) {
+    const int next = NextIn(code);
+    if (!Fits(ZoomedSize(width, height, next), kMaxZoomedSize, kMaxZoomedSize)) {
         return false;
     }
     if (code < kMaxMagnification) {
@@ -36,9 +54,10 @@ bool StepOut(int& code, int width, int height) {
     if (code <= kMaxReduction) {
         return true;
     }
-    int step = code - 1;
-    if (step == 0) {
-        step = -2;
+    const int step = NextOut(code);
+    if (code > kLastSingleStep) {
+        code = step;
+        return true;
     }
     const int smaller = width < height ? width : height;
     if (smaller + step < 0) {
@@ -46,6 +65,20 @@ bool StepOut(int& code, int width, int height) {
     }
     code = step;
     return true;
+}
+
+int CodeBelow(int n) {
+    return n > kLastSingleStep ? n / 2 : n - 1;
+}
+
+int FitCode(int width, int height, int clientWidth, int clientHeight) {
+    for (int code = kMaxMagnification; code > kMaxReduction; code = NextOut(code)) {
+        const Size size = ZoomedSize(width, height, code);
+        if (Fits(size, clientWidth, clientHeight) && Fits(size, kMaxZoomedSize, kMaxZoomedSize)) {
+            return code;
+        }
+    }
+    return kMaxReduction;
 }
 
 bool CanMagnifyTo(int n, int width, int height) {

@@ -2,14 +2,17 @@
 
 #include <string>
 
-// The zoom code and its arithmetic. Code 1 is actual size, 2..8 magnify (each
-// image pixel becomes an n x n block), -2..-8 reduce (one screen pixel per
-// n x n image pixels). 0 and -1 never stay stored. Zoomed sizes never exceed
-// kMaxZoomedSize in either direction.
+// The zoom code and its arithmetic. Code 1 is actual size, 2..8, 16 and 32
+// magnify (each image pixel becomes an n x n block), -2..-8 reduce (one screen
+// pixel per n x n image pixels). 0 and -1 never stay stored. Zoomed sizes
+// never exceed kMaxZoomedSize in either direction. Stepping in goes
+// 1, 2, ..., 8, 16, 32; stepping out the same way back.
 namespace zoom {
 
 constexpr int kMaxZoomedSize = 30000;
-constexpr int kMaxMagnification = 8;
+constexpr int kMaxMagnification = 32;
+// From here on one step doubles the magnification.
+constexpr int kLastSingleStep = 8;
 constexpr int kMaxReduction = -8;
 
 struct Size {
@@ -23,11 +26,19 @@ Size ZoomedSize(int width, int height, int code);
 int Normalised(int code);
 
 // One step in. False, with `code` unchanged, when the step would make the
-// picture larger than kMaxZoomedSize; a code of 8 stays 8 (and is true).
+// picture larger than kMaxZoomedSize; a code of 32 stays 32 (and is true).
 bool StepIn(int& code, int width, int height);
 // One step out. False, with `code` unchanged, when the picture would vanish;
 // a code of -8 stays -8 (and is true).
 bool StepOut(int& code, int width, int height);
+
+// The code one step in below magnification n (n - 1 up to 8, then n / 2):
+// the "x n" commands store it and then step in.
+int CodeBelow(int n);
+
+// The largest code at which a picture of width x height fits a client area of
+// clientWidth x clientHeight; the strongest reduction when none does.
+int FitCode(int width, int height, int clientWidth, int clientHeight);
 
 // Enabling rules of the View menu's "x n" and "/ n" entries.
 bool CanMagnifyTo(int n, int width, int height);

@@ -7,17 +7,18 @@
 
 namespace {
 
-TEST(ApplicationStart, OpensAWindowOnAWhiteScreenSizedPicture) {
+TEST(ApplicationStart, OpensAWindowOnTheWhitePictureNewOffers) {
     CBriselApp app;
     ASSERT_TRUE(app.InitInstance());
     CMainFrame* frame = app.MainFrame();
     ASSERT_NE(frame, nullptr);
     frame->show();
-    EXPECT_EQ(frame->windowTitle(), "Tamrick");
+    EXPECT_EQ(frame->windowTitle(), QStringLiteral("Untitled[*] \u2014 Tamrick"));
     const CDibImage* picture = app.Document().GetPicture();
     ASSERT_NE(picture, nullptr);
-    EXPECT_EQ(picture->Width(), platform::ScreenMetrics::Width());
-    EXPECT_EQ(picture->Height(), platform::ScreenMetrics::Height());
+    const NewImageValues offered = CBriselApp::StoredNewImageValues();
+    EXPECT_EQ(picture->Width(), offered.width);
+    EXPECT_EQ(picture->Height(), offered.height);
     EXPECT_EQ(picture->BitsPerPixel(), 24);
     EXPECT_EQ(picture->DpiX(), 72);
     EXPECT_EQ(picture->GetPixel(0, 0), 0x00FFFFFFu);

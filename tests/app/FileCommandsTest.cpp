@@ -62,7 +62,7 @@ TEST_F(FileCommandsTest, OpensTheFileNamedAtStartAndRemembersIt) {
     Start({path});
     EXPECT_EQ(app.Document().GetPicture()->Width(), 64);
     EXPECT_EQ(Pixel(5, 5), MakeColorWord(10, 200, 30));
-    EXPECT_EQ(frame->windowTitle(), "start.bmp - Tamrick");
+    EXPECT_EQ(frame->windowTitle(), QStringLiteral("start.bmp[*] \u2014 Tamrick"));
     EXPECT_EQ(frame->View()->State().imageWidth, 64);
     EXPECT_EQ(app.Recent().At(0), path);
     EXPECT_TRUE(Enabled(cmd::kRecentFirst));
@@ -101,7 +101,7 @@ TEST_F(FileCommandsTest, OpenSaveRevertAndSaveAsFlows) {
     ChooseFileInNextDialog(copy);
     ASSERT_TRUE(frame->Router().Execute(cmd::kSaveAs));
     EXPECT_TRUE(QFile::exists(copy));
-    EXPECT_EQ(frame->windowTitle(), "copy.bmp - Tamrick");
+    EXPECT_EQ(frame->windowTitle(), QStringLiteral("copy.bmp[*] \u2014 Tamrick"));
     EXPECT_EQ(app.Recent().At(0), copy);
     EXPECT_TRUE(presenter->Shown().empty());
 }

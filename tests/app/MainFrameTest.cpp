@@ -2,6 +2,7 @@
 #include "app/CBriselApp.h"
 #include "app/CMainFrame.h"
 #include "app/ClipboardExchange.h"
+#include "app/CommandIcons.h"
 #include "app/CommandIds.h"
 #include "app/CommandRouter.h"
 #include "app/CommandTable.h"
@@ -22,6 +23,7 @@
 #include <QTest>
 #include <QToolButton>
 #include <algorithm>
+#include <set>
 #include <gtest/gtest.h>
 
 namespace {
@@ -68,7 +70,7 @@ TEST_F(MainFrameTest, MenusHoldEveryEntryOfTheCommandTable) {
         }
         return list;
     }();
-    EXPECT_EQ(titles, (QStringList{"File", "Edit", "View", "Image", "Filter"}));
+    EXPECT_EQ(titles, (QStringList{"File", "Edit", "View", "Image", "Filter", "Help"}));
     for (const CommandEntry& entry : CommandTable()) {
         if (entry.menu == nullptr) {
             continue;
@@ -81,9 +83,63 @@ TEST_F(MainFrameTest, MenusHoldEveryEntryOfTheCommandTable) {
     }
     // Filter commands carry the filter engine's ids, decided by their labels.
     EXPECT_EQ(FindInMenus(frame->menuBar(), 32794)->text(), "Small");
-    EXPECT_EQ(Router().Action(cmd::kNew)->shortcut(), QKeySequence("Ctrl+N"));
-    EXPECT_EQ(Router().Action(cmd::kAppExit)->shortcut(), QKeySequence("Ctrl+Q"));
-    EXPECT_TRUE(Router().Action(cmd::kExit)->shortcut().isEmpty());
+}
+
+// Commands with a standard key take the desktop's bindings for it, and the
+// keys reach them.
+TEST_F(MainFrameTest, StandardShortcutsAreShownAndTriggerTheirCommands) {
+    const std::pair<int, QKeySequence::StandardKey> standard[] = {
+        {cmd::kNew, QKeySequence::New},         {cmd::kOpen, QKeySequence::Open},
+        {cmd::kSave, QKeySequence::Save},       {cmd::kSaveAs, QKeySequence::SaveAs},
+        {cmd::kExit, QKeySequence::Quit},       {cmd::kCut, QKeySequence::Cut},
+        {cmd::kCopy, QKeySequence::Copy},       {cmd::kPaste, QKeySequence::Paste},
+        {cmd::kClear, QKeySequence::Delete},    {cmd::kSelectAll, QKeySequence::SelectAll},
+        {cmd::kSelectNone, QKeySequence::Deselect}, {cmd::kHelp, QKeySequence::HelpContents},
+        {cmd::kZoomIn, QKeySequence::ZoomIn},   {cmd::kZoomOut, QKeySequence::ZoomOut}};
+    for (const auto& [id, key] : standard) {
+        const QList<QKeySequence> bindings = QKeySequence::keyBindings(key);
+        if (!bindings.isEmpty()) {
+            EXPECT_EQ(Router().Action(id)->shortcuts().first(), bindings.first()) << id;
+        }
+    }
+    const QList<QKeySequence> zoomIn = Router().Action(cmd::kZoomIn)->shortcuts();
+    EXPECT_TRUE(zoomIn.contains(QKeySequence("Ctrl+=")));
+    EXPECT_TRUE(zoomIn.contains(QKeySequence(QKeyCombination(Qt::ControlModifier | Qt::KeypadModifier, Qt::Key_Plus))));
+    EXPECT_TRUE(Router().Action(cmd::kZoomOut)->shortcuts().contains(
+        QKeySequence(QKeyCombination(Qt::ControlModifier | Qt::KeypadModifier, Qt::Key_Minus))));
+    EXPECT_EQ(Router().Action(cmd::kActualImage)->shortcut(), QKeySequence("Ctrl+0"));
+
+    frame->show();
+    frame->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(frame));
+    NewPicture(40, 30);
+    QTest::keyClick(frame, Qt::Key_A, Qt::ControlModifier);
+    EXPECT_NE(app.Document().GetFloatMask(), nullptr) << "Ctrl+A selects all";
+    QTest::keyClick(frame, Qt::Key_Delete);
+    EXPECT_EQ(app.Document().GetFloatImage()->GetPixel(3, 3), frame->Background()) << "Delete clears";
+    QTest::keyClick(frame, Qt::Key_Equal, Qt::ControlModifier);
+    EXPECT_EQ(frame->View()->Zoom(), 2);
+    QTest::keyClick(frame, Qt::Key_Plus, Qt::ControlModifier | Qt::KeypadModifier);
+    EXPECT_EQ(frame->View()->Zoom(), 3);
+    QTest::keyClick(frame, Qt::Key_Minus, Qt::ControlModifier | Qt::KeypadModifier);
+    QTest::keyClick(frame, Qt::Key_Minus, Qt::ControlModifier);
+    EXPECT_EQ(frame->View()->Zoom(), 1);
+}
+
+TEST_F(MainFrameTest, EveryMenuCommandHasAnIconOfItsOwn) {
+    std::set<std::pair<QString, QString>> drawn;
+    std::set<QString> themed;
+    for (const CommandEntry& entry : CommandTable()) {
+        if (entry.menu == nullptr || (entry.id >= cmd::kRecentFirst && entry.id < cmd::kRecentFirst + cmd::kRecentCount)) {
+            continue;
+        }
+        EXPECT_FALSE(Router().Action(entry.id)->icon().isNull()) << entry.label;
+        const icons::CommandIconSpec spec = icons::SpecForCommand(entry.id);
+        EXPECT_TRUE(drawn.insert({spec.mark, spec.color.name()}).second) << entry.label << " " << spec.mark.toStdString();
+        if (!spec.themeName.isEmpty()) {
+            EXPECT_TRUE(themed.insert(spec.themeName).second) << entry.label;
+        }
+    }
 }
 
 TEST_F(MainFrameTest, EnablingRulesFollowTheDocument) {
@@ -113,17 +169,21 @@ TEST_F(MainFrameTest, EnablingRulesFollowTheDocument) {
 }
 
 TEST_F(MainFrameTest, ZoomCommandsReachTheViewAndTheCaption) {
-    EXPECT_EQ(frame->windowTitle(), "Tamrick");
+    EXPECT_EQ(frame->windowTitle(), QStringLiteral("Untitled[*] \u2014 Tamrick"));
     NewPicture(300, 200);
     ASSERT_TRUE(Router().Execute(cmd::kMagnifyIds[1]));
     EXPECT_EQ(frame->View()->Zoom(), 3);
-    EXPECT_EQ(frame->windowTitle(), "Tamrick (x3)");
+    EXPECT_EQ(frame->windowTitle(), QStringLiteral("Untitled[*] (x3) \u2014 Tamrick"));
     ASSERT_TRUE(Router().Execute(cmd::kZoomOut));
     ASSERT_TRUE(Router().Execute(cmd::kZoomOut));
     ASSERT_TRUE(Router().Execute(cmd::kZoomOut));
-    EXPECT_EQ(frame->windowTitle(), "Tamrick (1/2)");
+    EXPECT_EQ(frame->windowTitle(), QStringLiteral("Untitled[*] (1/2) \u2014 Tamrick"));
     ASSERT_TRUE(Router().Execute(cmd::kActualImage));
     EXPECT_EQ(frame->View()->Zoom(), 1);
+    EXPECT_EQ(frame->windowTitle(), QStringLiteral("Untitled[*] \u2014 Tamrick"));
+    EXPECT_FALSE(frame->isWindowModified());
+    app.Document().SetModifiedFlag(true);
+    EXPECT_TRUE(frame->isWindowModified()) << "the modified mark follows the document";
 }
 
 TEST_F(MainFrameTest, PaletteSwitchesToolsAndOpensGroupsOnASecondPress) {
@@ -236,12 +296,12 @@ TEST_F(MainFrameTest, ExitAndTheCloseButtonAskAboutTheClipboardOnlyForOurOwnImag
     frame->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(frame));
 
-    // The Quit accelerator skips it and goes straight to the save-changes question.
+    // Exit's key asks the same, then the save-changes question.
     app.Document().SetModifiedFlag(true);
+    presenter->Answer(MessageAnswer::Yes);
     presenter->Answer(MessageAnswer::Cancel);
-    QTest::keyClick(frame, Qt::Key_Q, Qt::ControlModifier);
-    EXPECT_EQ(clipboardQuestions(), 1);
-    ASSERT_EQ(presenter->Shown().size(), 2u);
+    QTest::keySequence(frame, QKeySequence::keyBindings(QKeySequence::Quit).value(0, QKeySequence("Ctrl+Q")));
+    EXPECT_EQ(clipboardQuestions(), 2);
     EXPECT_EQ(presenter->Shown().back().buttons, platform::MessageButtons::YesNoCancel);
     EXPECT_TRUE(frame->isVisible()) << "Cancel keeps the program running";
     app.Document().SetModifiedFlag(false);
@@ -249,7 +309,7 @@ TEST_F(MainFrameTest, ExitAndTheCloseButtonAskAboutTheClipboardOnlyForOurOwnImag
     // The window's close button asks it too; No empties the clipboard.
     presenter->Answer(MessageAnswer::No);
     EXPECT_TRUE(frame->close());
-    EXPECT_EQ(clipboardQuestions(), 2);
+    EXPECT_EQ(clipboardQuestions(), 3);
     EXPECT_EQ(presenter->Shown().back().buttons, platform::MessageButtons::YesNo);
     EXPECT_EQ(presenter->Shown().back().icon, platform::MessageIcon::Question);
     EXPECT_FALSE(holdsOurs());

@@ -23,10 +23,16 @@ std::vector<int> StepsOut(int from, int count, int w, int h) {
     return codes;
 }
 
-TEST(ZoomRules, StepsSkipZeroAndMinusOneAndStopAtEight) {
+TEST(ZoomRules, StepsSkipZeroAndMinusOneAndDoubleBeyondEight) {
     EXPECT_EQ(StepsOut(1, 8, 640, 480), (std::vector<int>{-2, -3, -4, -5, -6, -7, -8, -8}));
-    EXPECT_EQ(StepsIn(-8, 15, 640, 480),
-              (std::vector<int>{-7, -6, -5, -4, -3, -2, 1, 2, 3, 4, 5, 6, 7, 8, 8}));
+    EXPECT_EQ(StepsIn(-8, 17, 640, 480),
+              (std::vector<int>{-7, -6, -5, -4, -3, -2, 1, 2, 3, 4, 5, 6, 7, 8, 16, 32, 32}));
+    EXPECT_EQ(StepsOut(32, 4, 640, 480), (std::vector<int>{16, 8, 7, 6}));
+    // 1000 x 32 = 32000: x 32 is beyond the limit, x 16 is not.
+    EXPECT_EQ(StepsIn(8, 3, 1000, 10), (std::vector<int>{16, 16, 16}));
+    EXPECT_EQ(zoom::CodeBelow(16), 8);
+    EXPECT_EQ(zoom::CodeBelow(32), 16);
+    EXPECT_EQ(zoom::CodeBelow(5), 4);
     EXPECT_EQ(zoom::Normalised(0), 1);
     EXPECT_EQ(zoom::Normalised(-1), 1);
 }
@@ -56,6 +62,19 @@ TEST(ZoomRules, MenuEnablingFollowsTheLimits) {
     EXPECT_FALSE(zoom::CanReduceTo(8, 5, 100));
     EXPECT_TRUE(zoom::CanReduceTo(5, 5, 100));
     EXPECT_FALSE(zoom::CanReduceTo(6, 5, 100));
+    // x 16 and x 32 keep the picture within 30000 pixels too.
+    EXPECT_TRUE(zoom::CanMagnifyTo(32, 937, 100));
+    EXPECT_FALSE(zoom::CanMagnifyTo(32, 938, 100));
+    EXPECT_TRUE(zoom::CanMagnifyTo(16, 938, 100));
+}
+
+TEST(ZoomRules, FitChoosesTheLargestCodeThatShowsTheWholePicture) {
+    EXPECT_EQ(zoom::FitCode(4000, 3000, 1280, 800), -4); // 1/3 is 1000 high
+    EXPECT_EQ(zoom::FitCode(1280, 800, 1280, 800), 1);
+    EXPECT_EQ(zoom::FitCode(100, 50, 1280, 800), 8); // x 16 would be 1600 wide
+    EXPECT_EQ(zoom::FitCode(30, 20, 1280, 800), 32);
+    EXPECT_EQ(zoom::FitCode(1000, 10, 40000, 40000), 16) << "never beyond 30000 pixels";
+    EXPECT_EQ(zoom::FitCode(90000, 100, 800, 600), -8) << "the strongest reduction when nothing fits";
 }
 
 TEST(ZoomRules, ScreenOffsetsMapToImagePixels) {
