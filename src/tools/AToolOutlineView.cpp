@@ -1,6 +1,9 @@
 #include "tools/AToolOutlineView.h"
 
 #include "image/CBriselDoc.h"
+#include "ops/EditCommands.h"
+#include "view/CViewWindow.h"
+#include "view/ViewHost.h"
 
 void AToolOutlineView::ToolDeactivate() {
     m_outline.Clear();
@@ -57,5 +60,26 @@ void AToolOutlineView::PaintOverlay(QPainter& painter) {
     if (OutlineShown()) {
         SyncOutline(false);
         m_outline.Paint(painter);
+    }
+}
+
+void AToolOutlineView::EndFloatingOutside(QPoint screen) {
+    CBriselDoc* doc = Document();
+    if (doc == nullptr || Host() == nullptr || doc->GetFloatMask() == nullptr) {
+        return;
+    }
+    const QPoint point = ScreenToImage(screen);
+    const ImageRect box = doc->GetFloatRect();
+    if (point.x() >= box.left && point.x() < box.right && point.y() >= box.top && point.y() < box.bottom) {
+        return;
+    }
+    StopOutlineTimer();
+    InvalidateSelection();
+    CommandContext context = Host()->EditingContext();
+    EditResult result;
+    EditSelectNone(context, result);
+    m_outline.Clear();
+    if (Window() != nullptr) {
+        Window()->InvalidateAll();
     }
 }

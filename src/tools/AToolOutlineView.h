@@ -33,6 +33,10 @@ protected:
     void ShowOutlineNow();
     // Starts the animation when a floating selection exists.
     void RestartOutlineIfSelected();
+    // A painting press at client point `screen` outside the floating
+    // selection first puts the selection down and ends it, as Select None
+    // does, so that the stroke lands on the picture.
+    void EndFloatingOutside(QPoint screen);
 
 private:
     bool SyncOutline(bool force);

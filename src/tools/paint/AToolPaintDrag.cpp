@@ -35,6 +35,7 @@ void AToolPaintDrag::OnPenDown(const PenEvent& pen) {
     if (m_dragging || Document() == nullptr || Host() == nullptr) {
         return;
     }
+    EndFloatingOutside(pen.point);
     const QPoint point = painttarget::FromScreen(*this, pen.point);
     if (!AcceptsStart(point)) {
         return;

@@ -21,6 +21,7 @@ void AToolPaintFill::OnPenDown(const PenEvent& pen) {
     if (Document() == nullptr || Host() == nullptr) {
         return;
     }
+    EndFloatingOutside(pen.point);
     const QPoint point = ScreenToImage(pen.point);
     if (!painttarget::Contains(Document(), point - painttarget::Origin(Document()))) {
         return;

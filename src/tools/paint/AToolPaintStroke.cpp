@@ -63,6 +63,7 @@ void AToolPaintStroke::OnPenDown(const PenEvent& pen) {
     if (m_drawing || doc == nullptr || host == nullptr) {
         return;
     }
+    EndFloatingOutside(pen.point);
     const QPoint point = ToTarget(pen.point);
     if (!InsideTarget(point)) {
         if (BeepsOutside()) {
