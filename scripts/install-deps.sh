@@ -28,6 +28,14 @@ PACKAGES=(
   clang
   libclang-rt-14-dev
   qt6-image-formats-plugins
+  librsvg2-bin
+  desktop-file-utils
+  appstream
+  bash-completion
+  man-db
+  groff-base
+  dpkg-dev
+  file
 )
 
 missing=()
