@@ -1,10 +1,8 @@
 # The application icon: data/icons/tamrick.svg rendered by rsvg-convert into
 # the hicolor PNG sizes. The same PNGs are installed for the desktop and
 # compiled into the program as its window icon.
-set(TAMRICK_ICON_SIZES 16 22 24 32 48 64 128 256)
-set(TAMRICK_ICON_SVG ${PROJECT_SOURCE_DIR}/data/icons/tamrick.svg)
-set(TAMRICK_ICON_DIR ${PROJECT_BINARY_DIR}/icons/hicolor)
-
+# (TAMRICK_ICON_SIZES, TAMRICK_ICON_SVG and TAMRICK_ICON_DIR come from
+# AppIdentity.cmake, so that the install rules see them too.)
 find_program(RSVG_CONVERT rsvg-convert REQUIRED)
 
 set(TAMRICK_ICON_PNGS "")

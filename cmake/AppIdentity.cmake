@@ -14,5 +14,10 @@ set(TAMRICK_VERSION "${PROJECT_VERSION}")
 # manual pages carry it.
 set(TAMRICK_RELEASE_DATE "2025-11-25")
 
+# The icon: drawn once as SVG, rendered to these hicolor sizes.
+set(TAMRICK_ICON_SIZES 16 22 24 32 48 64 128 256)
+set(TAMRICK_ICON_SVG ${PROJECT_SOURCE_DIR}/data/icons/tamrick.svg)
+set(TAMRICK_ICON_DIR ${PROJECT_BINARY_DIR}/icons/hicolor)
+
 configure_file(${PROJECT_SOURCE_DIR}/cmake/AppIdentity.h.in
   ${PROJECT_BINARY_DIR}/generated/platform/AppIdentity.h @ONLY)

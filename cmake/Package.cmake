@@ -7,7 +7,7 @@ set(CPACK_PACKAGE_NAME tamrick)
 set(CPACK_PACKAGE_VENDOR "${TAMRICK_COMPANY}")
 set(CPACK_PACKAGE_VERSION "${TAMRICK_VERSION}")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "raster paint and photo-retouching program")
-set(CPACK_PACKAGE_DESCRIPTION
+string(CONCAT CPACK_PACKAGE_DESCRIPTION
   "Tamrick opens a picture or starts a new one, paints on it with brush, shape and touch-up tools, "
   "selects parts of it, applies colour adjustments and filters with live preview, and saves it as "
   "BMP, GIF, JPEG or PNG. tamrick-cli runs the same engine without a window for batch work.")
