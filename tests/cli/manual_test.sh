@@ -45,8 +45,8 @@ complete_line() {
 }
 [ "$(complete_line 'tamrick-cli ap')" = apply ] || fail "no completion of the command apply"
 [ "$(complete_line 'tamrick-cli convert in.bmp out.gif --q')" = --quality ] || fail "no completion of --quality"
-complete_line 'tamrick-cli info i' | grep -qx in.bmp || fail "no file name completion for FILE"
-complete_line 'tamrick-cli apply in.bmp o' | grep -qx out.bmp || fail "no file name completion for OUT"
+complete_line 'tamrick-cli info i' | grep -x in.bmp >/dev/null || fail "no file name completion for FILE"
+complete_line 'tamrick-cli apply in.bmp o' | grep -x out.bmp >/dev/null || fail "no file name completion for OUT"
 [ "$(complete_line 'tamrick-cli apply in.bmp out.bmp --pen 4,2 rotate=30 gr' | sort | tr '\n' ' ')" = \
     "gradient gray " ] || fail "operation completion after IN, OUT, an option and an operation"
 [ -z "$(complete_line 'tamrick-cli apply in.bmp out.bmp --tolerance ')" ] || fail "an option value was completed"
