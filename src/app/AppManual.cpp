@@ -45,8 +45,6 @@ ManualPage BuildAppManual() {
     ManualPage page;
     page.name = "tamrick";
     page.summary = "paint and retouch raster pictures";
-    page.version = identity::kVersion;
-    page.date = identity::kReleaseDate;
     page.synopsis = {"tamrick [FILE]", "tamrick --screenshot OUT.png [FILE]", "tamrick --help | --version"};
     page.sections.push_back(
         {"DESCRIPTION",

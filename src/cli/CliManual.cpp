@@ -3,7 +3,6 @@
 #include "cli/CliCommand.h"
 #include "ops/OpsCommandTable.h"
 #include "paint/EngineOperations.h"
-#include "platform/AppIdentity.h"
 
 #include <algorithm>
 #include <sstream>
@@ -224,8 +223,6 @@ ManualPage BuildCliManual() {
     ManualPage page;
     page.name = "tamrick-cli";
     page.summary = "Tamrick's picture engine without a window, for batch work";
-    page.version = identity::kVersion;
-    page.date = identity::kReleaseDate;
     page.synopsis.push_back("tamrick-cli [--help] [--version] COMMAND [ARGS...]");
     for (const CliCommand& command : CliCommands()) {
         page.synopsis.push_back(std::string("tamrick-cli ") + command.name + " " + command.synopsis);

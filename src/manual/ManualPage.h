@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/AppIdentity.h"
+
 #include <string>
 #include <vector>
 
