@@ -3,7 +3,9 @@
 JOBS ?= $(shell nproc)
 CONFIGURE = cmake -S . -G Ninja -Wno-dev
 
-.PHONY: deps run test sanitize bench fuzz format clean
+PREFIX ?= /usr/local
+
+.PHONY: deps run test sanitize bench fuzz format clean install deb
 
 deps:
 	@bash scripts/install-deps.sh
@@ -17,6 +19,21 @@ test: deps
 	$(CONFIGURE) -B build/test -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTAMRICK_BUILD_BENCH=OFF
 	cmake --build build/test -j $(JOBS)
 	QT_QPA_PLATFORM=offscreen ctest --test-dir build/test --output-on-failure -j $(JOBS)
+
+# Installs the programs, launcher entry, icons, metainfo, manual pages and
+# bash completion under PREFIX (default /usr/local).
+install: deps
+	$(CONFIGURE) -B build/release -DCMAKE_BUILD_TYPE=Release
+	cmake --build build/release --target tamrick tamrick-cli tamrick_manuals -j $(JOBS)
+	cmake --install build/release --prefix $(PREFIX)
+
+# A Debian package, tamrick_VERSION-1_ARCH.deb in this folder, made by CPack;
+# its dependencies are worked out by dpkg-shlibdeps.
+deb: deps
+	$(CONFIGURE) -B build/deb -DCMAKE_BUILD_TYPE=Release -DTAMRICK_BUILD_TESTS=OFF -DTAMRICK_BUILD_BENCH=OFF
+	cmake --build build/deb -j $(JOBS)
+	cd build/deb && cpack -G DEB
+	cp build/deb/tamrick_*.deb .
 
 # The core suite again under AddressSanitizer and UndefinedBehaviorSanitizer.
 sanitize: deps

@@ -28,6 +28,14 @@ PACKAGES=(
   clang
   libclang-rt-14-dev
   qt6-image-formats-plugins
+  librsvg2-bin
+  desktop-file-utils
+  appstream
+  bash-completion
+  man-db
+  groff-base
+  dpkg-dev
+  file
 )
 
 # `--desktop-fonts` adds the fonts a typical desktop brings along, for running

@@ -11,6 +11,7 @@
 #include "formats/CDocumentFiles.h"
 #include "formats/LoadLimits.h"
 #include "image/DibHelpers.h"
+#include "platform/AppIdentity.h"
 #include "platform/MessagePresenter.h"
 #include "platform/ScreenMetrics.h"
 #include "platform/Settings.h"
@@ -57,9 +58,12 @@ ColorWord BackgroundSetting() {
 
 CBriselApp::CBriselApp() {
     InitResources();
-    QCoreApplication::setOrganizationName(QStringLiteral("Quorvane Systems Inc."));
-    QCoreApplication::setApplicationName(QStringLiteral("Tamrick"));
-    QGuiApplication::setApplicationDisplayName(QStringLiteral("Tamrick"));
+    QCoreApplication::setOrganizationName(QString::fromUtf8(identity::kCompany));
+    QCoreApplication::setApplicationName(QString::fromUtf8(identity::kProgram));
+    QCoreApplication::setApplicationVersion(QString::fromUtf8(identity::kVersion));
+    QGuiApplication::setApplicationDisplayName(QString::fromUtf8(identity::kProgram));
+    // Lets the desktop match the window to the installed launcher entry.
+    QGuiApplication::setDesktopFileName(QString::fromUtf8(identity::kAppId));
     InstallScreenMetrics();
     InstallWaitCursor();
     m_renderer = std::make_unique<CDisplayRenderer>();

@@ -2,6 +2,7 @@
 
 #include "app/CommandRouter.h"
 #include "app/CommandTable.h"
+#include "app/Mnemonics.h"
 
 #include <QAction>
 #include <QMenu>
@@ -12,7 +13,7 @@
 namespace {
 QMenu* ChildMenu(QWidget* parent, const QString& title) {
     for (QMenu* menu : parent->findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly)) {
-        if (menu->title() == title) {
+        if (QString(menu->title()).remove(QLatin1Char('&')) == title) {
             return menu;
         }
     }
@@ -48,6 +49,7 @@ void MenuBuilder::Build(QMenuBar& bar, CommandRouter& router) {
         }
         target->addAction(router.Action(entry.id));
     }
+    mnemonics::ApplyToMenuTree(bar);
 }
 
 QMenu* MenuBuilder::FindSubmenu(QMenuBar& bar, const char* menu, const char* title) {

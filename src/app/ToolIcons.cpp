@@ -1,10 +1,17 @@
 #include "app/ToolIcons.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPixmap>
 #include <algorithm>
 #include <functional>
+
+// Resources of a static library are registered by hand, outside any namespace.
+static void InitApplicationIconResource() {
+    Q_INIT_RESOURCE(appicon);
+}
 
 namespace icons {
 
@@ -239,20 +246,16 @@ QIcon ToolOptions() {
     });
 }
 
+// The installed icon's rendered sizes, compiled in as ":/appicon/SIZE.png".
 QIcon Application() {
-    return Paint([](QPainter& p) {
-        p.setPen(QPen(kInk, 1.4));
-        p.setBrush(QColor(0xF6, 0xF1, 0xE6));
-        p.drawRoundedRect(QRectF(2, 4, 26, 24), 4, 4);
-        p.setPen(Qt::NoPen);
-        p.setBrush(QColor(0xE0, 0x40, 0x40));
-        p.drawEllipse(QPointF(9, 12), 3.5, 3.5);
-        p.setBrush(QColor(0x30, 0xA0, 0x50));
-        p.drawEllipse(QPointF(17, 10), 3.5, 3.5);
-        p.setBrush(kAccent);
-        p.drawEllipse(QPointF(10, 21), 3.5, 3.5);
-        Nib(p, QColor(0xF0, 0xC0, 0x40), kInk);
-    });
+    InitApplicationIconResource();
+    QIcon icon;
+    const QDir folder(QStringLiteral(":/appicon"));
+    for (const QString& name : folder.entryList(QDir::Files)) {
+        const int size = QFileInfo(name).baseName().toInt();
+        icon.addFile(folder.filePath(name), QSize(size, size));
+    }
+    return icon;
 }
 
 QIcon ColorSwatch(ColorWord color, bool current) {

@@ -5,8 +5,10 @@
 
 #include <QActionGroup>
 #include <QButtonGroup>
+#include <QColor>
 #include <QEvent>
 #include <QMenu>
+#include <QShortcut>
 #include <QToolButton>
 
 namespace {
@@ -14,11 +16,19 @@ QString LabelOf(int id) {
     return QString::fromStdString(tools::Label(id));
 }
 
+QString WithShortcut(const QString& tip, const std::string& shortcut) {
+    return tip + QStringLiteral(" (") + QString::fromStdString(shortcut) + QLatin1Char(')');
+}
+
 QString ButtonTip(int button, int member) {
     // The two zoom tools share one button labelled for the group.
-    return button == 4 ? LabelOf(tools::kZoomToolGroupLabel) + QStringLiteral(": ") + LabelOf(member)
-                       : LabelOf(member);
+    const QString tip = button == 4
+                            ? LabelOf(tools::kZoomToolGroupLabel) + QStringLiteral(": ") + LabelOf(member)
+                            : LabelOf(member);
+    return WithShortcut(tip, ToolPalette::ButtonShortcut(button));
 }
+
+const char* const kColorNames[] = {"Foreground color", "Background color"};
 
 const char* const kShapeNames[] = {"Rect", "Oval", "HLine", "VLine", "Slash", "BSlash"};
 constexpr int kPenSizes[] = {1, 2, 3, 4, 5, 6, 8, 10, 12, 16, 20, 24, 32};
@@ -38,6 +48,7 @@ ToolPalette::ToolPalette(ColorWord foreground, ColorWord background, int penSize
         auto* toolButton = new QToolButton(this);
         toolButton->setCheckable(true);
         toolButton->setAutoRaise(true);
+        toolButton->setShortcut(QKeySequence(QString::fromStdString(ButtonShortcut(button))));
         m_buttons[static_cast<std::size_t>(button)] = toolButton;
         m_group->addButton(toolButton, button);
         addWidget(toolButton);
@@ -51,10 +62,17 @@ ToolPalette::ToolPalette(ColorWord foreground, ColorWord background, int penSize
     m_colors[1] = background;
     m_foreground = new QToolButton(this);
     m_background = new QToolButton(this);
-    m_foreground->setToolTip(QStringLiteral("Foreground color (double click to change)"));
-    m_background->setToolTip(QStringLiteral("Background color (double click to change)"));
     for (int slot = 0; slot < 2; ++slot) {
         QToolButton* swatch = ColorButton(slot);
+        swatch->setAccessibleName(QString::fromUtf8(kColorNames[slot]));
+        swatch->setToolTip(
+            WithShortcut(QString::fromUtf8(kColorNames[slot]) + QStringLiteral(" (double click to change)"),
+                         ColorShortcut(slot)));
+        auto* change = new QShortcut(QKeySequence(QString::fromStdString(ColorShortcut(slot))), swatch);
+        connect(change, &QShortcut::activated, this, [this, slot] {
+            SetCurrentSlot(slot);
+            emit ColorChangeRequested(slot);
+        });
         swatch->setAutoRaise(true);
         swatch->installEventFilter(this);
         addWidget(swatch);
@@ -65,6 +83,7 @@ ToolPalette::ToolPalette(ColorWord foreground, ColorWord background, int penSize
 
     m_pen = new QToolButton(this);
     m_pen->setToolTip(QStringLiteral("Pen shape and size"));
+    m_pen->setAccessibleName(m_pen->toolTip());
     m_pen->setPopupMode(QToolButton::InstantPopup);
     addWidget(m_pen);
     BuildPenMenu();
@@ -72,9 +91,18 @@ ToolPalette::ToolPalette(ColorWord foreground, ColorWord background, int penSize
     m_options = new QToolButton(this);
     m_options->setIcon(icons::ToolOptions());
     m_options->setToolTip(LabelOf(tools::kToolOptionsLabel));
+    m_options->setAccessibleName(m_options->toolTip());
     m_options->setAutoRaise(true);
     addWidget(m_options);
     connect(m_options, &QToolButton::clicked, this, &ToolPalette::OptionsRequested);
+}
+
+std::string ToolPalette::ButtonShortcut(int button) {
+    return "Ctrl+" + std::to_string(button + 1);
+}
+
+std::string ToolPalette::ColorShortcut(int slot) {
+    return slot == 0 ? "Ctrl+Shift+F" : "Ctrl+Shift+B";
 }
 
 void ToolPalette::ShowMember(int button) {
@@ -136,6 +164,11 @@ void ToolPalette::SetColors(ColorWord foreground, ColorWord background) {
     m_colors[1] = background;
     m_foreground->setIcon(icons::ColorSwatch(foreground, m_currentSlot == 0));
     m_background->setIcon(icons::ColorSwatch(background, m_currentSlot == 1));
+    for (int slot = 0; slot < 2; ++slot) {
+        const ColorWord color = m_colors[slot];
+        ColorButton(slot)->setAccessibleDescription(
+            QColor(RedOf(color), GreenOf(color), BlueOf(color)).name());
+    }
 }
 
 void ToolPalette::SetCurrentSlot(int slot) {

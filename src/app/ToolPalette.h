@@ -5,6 +5,7 @@
 
 #include <QToolBar>
 #include <array>
+#include <string>
 
 class QButtonGroup;
 class QMenu;
@@ -19,6 +20,11 @@ class ToolPalette : public QToolBar {
 public:
     ToolPalette(ColorWord foreground, ColorWord background, int penSize, int penShape,
                 QWidget* parent = nullptr);
+
+    // The key that clicks palette button `button` ("Ctrl+1" ...), and the key
+    // that changes the foreground (slot 0) or background (1) colour.
+    static std::string ButtonShortcut(int button);
+    static std::string ColorShortcut(int slot);
 
     // Highlights the button that offers `toolId` and makes it that group's
     // remembered member. Ids no button offers change nothing.

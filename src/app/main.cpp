@@ -1,3 +1,4 @@
+#include "app/AppManual.h"
 #include "app/CBriselApp.h"
 #include "app/CMainFrame.h"
 #include "app/Screenshot.h"
@@ -6,6 +7,9 @@
 #include <QScreen>
 
 int main(int argc, char* argv[]) {
+    if (const int status = RunManualOption(argc, argv); status >= 0) {
+        return status;
+    }
     QApplication qtApp(argc, argv);
     CBriselApp app;
     QStringList files = QApplication::arguments();

@@ -1,4 +1,7 @@
 #include "cli/CliCommand.h"
+#include "cli/CliCompletion.h"
+#include "cli/CliManual.h"
+#include "platform/AppIdentity.h"
 
 #include <cstdio>
 #include <cstring>
@@ -7,22 +10,28 @@
 
 namespace {
 
+// A wrong command line shows the usage lines only; --help shows the manual.
 void PrintUsage(FILE* out) {
-    std::fputs("Usage: tamrick-cli [--help] [--version] COMMAND [ARGS...]\n"
-               "\n"
-               "Tamrick's picture engine without a window, for batch work.\n"
-               "\n"
-               "Options:\n"
-               "  -h, --help     show this help and exit\n"
-               "  --version      show the version and exit\n",
-               out);
-    if (CliCommands().empty()) {
-        return;
+    const ManualPage manual = BuildCliManual();
+    std::fputs(RenderHelpText({manual.name, "", "", "", manual.synopsis, {}}).c_str(), out);
+    std::fputs("Try 'tamrick-cli --help' for the commands, options and operations.\n", out);
+}
+
+// The man page; refuses (exit 1) while an option lacks its description, so
+// the build that makes the page stops instead of shipping a stale manual.
+int PrintManualPage() {
+    const std::vector<std::string> missing = UndocumentedOptions();
+    for (const std::string& option : missing) {
+        std::fprintf(
+            stderr,
+            "tamrick-cli: option %s is named by a command but not described, or the other way round\n",
+            option.c_str());
     }
-    std::fputs("\nCommands:\n", out);
-    for (const CliCommand& command : CliCommands()) {
-        std::fprintf(out, "  %s %s\n      %s\n", command.name, command.synopsis, command.summary);
+    if (!missing.empty()) {
+        return kExitFailure;
     }
+    std::fputs(RenderRoff(BuildCliManual()).c_str(), stdout);
+    return kExitSuccess;
 }
 
 const CliCommand* FindCommand(const char* name) {
@@ -43,11 +52,19 @@ int main(int argc, char* argv[]) {
     }
     const char* first = argv[1];
     if (std::strcmp(first, "--help") == 0 || std::strcmp(first, "-h") == 0) {
-        PrintUsage(stdout);
+        std::fputs(RenderHelpText(BuildCliManual()).c_str(), stdout);
+        return kExitSuccess;
+    }
+    // Used by the build to make the installed manual page and completion.
+    if (std::strcmp(first, "--man") == 0) {
+        return PrintManualPage();
+    }
+    if (std::strcmp(first, "--bash-completion") == 0) {
+        std::fputs(BashCompletionScript().c_str(), stdout);
         return kExitSuccess;
     }
     if (std::strcmp(first, "--version") == 0) {
-        std::puts("tamrick-cli 0.1");
+        std::printf("tamrick-cli %s\n", identity::kVersion);
         return kExitSuccess;
     }
     const CliCommand* command = FindCommand(first);

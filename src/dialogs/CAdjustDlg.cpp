@@ -43,10 +43,6 @@ CAdjustDlg::CAdjustDlg(int kind, CommandContext& ctx, QWidget* parent)
     case kAdjustHueSaturation:
         m_first = AddNumber(form, QStringLiteral("Hue :"), -180, 180, 0, 10);
         m_second = AddNumber(form, QStringLiteral("Saturation :"), -100, 100, 0, 10);
-        connect(AddPreviewButton(), &QPushButton::clicked, this, [this] {
-            ApplyPreview();
-            m_applied = true;
-        });
         break;
     case kAdjustGamma:
         m_first = AddNumber(form, QStringLiteral("Gamma :"), 1, 79, m_settings.first[0], 10);
@@ -58,6 +54,13 @@ CAdjustDlg::CAdjustDlg(int kind, CommandContext& ctx, QWidget* parent)
         break;
     }
     Body()->insertLayout(0, form);
+    // Made after the form, so that Tab reaches it after the numbers.
+    if (kind == kAdjustHueSaturation) {
+        connect(AddPreviewButton(), &QPushButton::clicked, this, [this] {
+            ApplyPreview();
+            m_applied = true;
+        });
+    }
     connect(m_first, &NumberTriple::ValueChanged, this, &CAdjustDlg::StoreFirst);
     if (m_second != nullptr) {
         connect(m_second, &NumberTriple::ValueChanged, this, &CAdjustDlg::StoreSecond);

@@ -14,9 +14,9 @@ NumberTriple::NumberTriple(int minimum, int maximum, int value, QWidget* parent)
     layout->setContentsMargins(0, 0, 0, 0);
     m_edit->setMaxLength(6);
     m_edit->setFixedWidth(m_edit->fontMetrics().horizontalAdvance(QStringLiteral("000000")) + 12);
-    // The up-down control shows its arrows only; the number is in the edit box.
+    // The up-down control is wide enough to show every value of its range.
     m_upDown->setRange(minimum, maximum);
-    m_upDown->setFixedWidth(m_upDown->sizeHint().height());
+    m_upDown->setMinimumWidth(m_upDown->sizeHint().width());
     m_upDown->setToolTip(tr("Step the value"));
     m_track->setRange(minimum, maximum);
     m_track->setPageStep(10);

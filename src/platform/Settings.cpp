@@ -1,13 +1,15 @@
 #include "platform/Settings.h"
 
+#include "platform/AppIdentity.h"
+
 #include <QSettings>
 #include <QString>
 
 namespace platform {
 
 namespace {
-const char* const kOrganisation = "Quorvane Systems Inc.";
-const char* const kApplication = "Tamrick";
+const char* const kOrganisation = identity::kCompany;
+const char* const kApplication = identity::kProgram;
 
 QString KeyPath(const char* section, const char* key) {
     return QString::fromUtf8(section) + QLatin1Char('/') + QString::fromUtf8(key);

@@ -25,6 +25,8 @@ struct EngineOperation {
     const char* words; // comma-separated words standing for numbers `wordBase`, `wordBase + 1`, ...
     int wordBase;
     Handler run;
+    const char* values;  // how the values after '=' are written, for the help text
+    const char* summary; // what the operation does, for the help text
 };
 
 namespace {
@@ -70,27 +72,52 @@ constexpr const char* kCombineWords = "add,sub";
 constexpr const char* kFillWords = "fore,back,white,black";
 
 const EngineOperation kOperations[] = {
-    {"fill", Arguments::Numbers, 2, 2, nullptr, 0, &RunFill},
-    {"gradient", Arguments::Numbers, 4, 4, nullptr, 0, &RunGradient},
-    {"pen", Arguments::Points, 1, 100000, nullptr, 0, &RunPen},
-    {"eraser", Arguments::Points, 1, 100000, nullptr, 0, &RunEraser},
-    {"line", Arguments::Numbers, 4, 4, nullptr, 0, &RunLine},
-    {"rect", Arguments::Numbers, 4, 5, nullptr, 0, &RunRect},
-    {"ellipse", Arguments::Numbers, 4, 5, nullptr, 0, &RunEllipse},
-    {"brush", Arguments::NumberAndPoints, 1, 100000, nullptr, 0, &RunBrush},
-    {"tablet", Arguments::NumberAndPoints, 1, 100000, nullptr, 0, &RunTablet},
-    {"select-all", Arguments::None, 0, 0, nullptr, 0, &RunEditCommandById<57642>},
-    {"select-none", Arguments::None, 0, 0, nullptr, 0, &RunEditCommandById<32859>},
-    {"invert-selection", Arguments::None, 0, 0, nullptr, 0, &RunEditCommandById<32860>},
-    {"select-rect", Arguments::Numbers, 4, 5, kCombineWords, 2, &RunSelectRect},
-    {"select-ellipse", Arguments::Numbers, 4, 5, kCombineWords, 2, &RunSelectEllipse},
-    {"wand", Arguments::Numbers, 2, 3, kCombineWords, 2, &RunWand},
-    {"move-floating", Arguments::Numbers, 2, 2, nullptr, 0, &RunMoveFloating},
-    {"put-floating", Arguments::None, 0, 0, nullptr, 0, &RunEditCommandById<32861>},
-    {"discard-floating", Arguments::None, 0, 0, nullptr, 0, &RunEditCommandById<32862>},
-    {"crop", Arguments::None, 0, 0, nullptr, 0, &RunEditCommandById<32857>},
-    {"clear", Arguments::None, 0, 0, nullptr, 0, &RunEditCommandById<57632>},
-    {"fill-selection", Arguments::Numbers, 1, 1, kFillWords, 0, &RunFillSelection},
+    {"fill", Arguments::Numbers, 2, 2, nullptr, 0, &RunFill, "X,Y",
+     "flood-fills from the point with the foreground colour, within --tolerance, as the fill tool does"},
+    {"gradient", Arguments::Numbers, 4, 4, nullptr, 0, &RunGradient, "X1,Y1,X2,Y2",
+     "draws a gradient from the foreground to the background colour between the two points; --gradient sets "
+     "its shape and colour mode"},
+    {"pen", Arguments::Points, 1, 100000, nullptr, 0, &RunPen, "X,Y;X,Y;...",
+     "a pen stroke in the foreground colour through the points, with the --pen size and shape"},
+    {"eraser", Arguments::Points, 1, 100000, nullptr, 0, &RunEraser, "X,Y;X,Y;...",
+     "an eraser stroke in the background colour through the points"},
+    {"line", Arguments::Numbers, 4, 4, nullptr, 0, &RunLine, "X1,Y1,X2,Y2",
+     "a straight line in the foreground colour; the end point is kept inside the picture"},
+    {"rect", Arguments::Numbers, 4, 5, nullptr, 0, &RunRect, "X1,Y1,X2,Y2[,STYLE]",
+     "a rectangle between the corners; STYLE 0 outline (default), 1 outline filled with the background "
+     "colour, 2 filled"},
+    {"ellipse", Arguments::Numbers, 4, 5, nullptr, 0, &RunEllipse, "X1,Y1,X2,Y2[,STYLE]",
+     "an ellipse in the box between the corners; STYLE as for rect"},
+    {"brush", Arguments::NumberAndPoints, 1, 100000, nullptr, 0, &RunBrush, "MODE,X,Y;X,Y;...",
+     "a stroke in draw mode MODE: 1 solid, 2 lighten, 3 darken, 4 and 5 hue, 6 colour replace, 7 wash, 8 and "
+     "11 grain, 12 speckle"},
+    {"tablet", Arguments::NumberAndPoints, 1, 100000, nullptr, 0, &RunTablet, "KIND,X,Y;X,Y;...",
+     "a stroke of the artistic pen KIND (2, 3 or 7..12)"},
+    {"select-all", Arguments::None, 0, 0, nullptr, 0, &RunEditCommandById<57642>, "",
+     "selects the whole picture"},
+    {"select-none", Arguments::None, 0, 0, nullptr, 0, &RunEditCommandById<32859>, "",
+     "ends the selection, putting the floating pixels down"},
+    {"invert-selection", Arguments::None, 0, 0, nullptr, 0, &RunEditCommandById<32860>, "",
+     "selects what was not selected"},
+    {"select-rect", Arguments::Numbers, 4, 5, kCombineWords, 2, &RunSelectRect, "X1,Y1,X2,Y2[,add|sub]",
+     "selects the rectangle, or adds it to or takes it from the selection"},
+    {"select-ellipse", Arguments::Numbers, 4, 5, kCombineWords, 2, &RunSelectEllipse, "X1,Y1,X2,Y2[,add|sub]",
+     "selects the ellipse in the box, or adds it to or takes it from the selection"},
+    {"wand", Arguments::Numbers, 2, 3, kCombineWords, 2, &RunWand, "X,Y[,add|sub]",
+     "selects the colour at the point within --tolerance (connected pixels only with --continuous 1), or "
+     "adds or takes it"},
+    {"move-floating", Arguments::Numbers, 2, 2, nullptr, 0, &RunMoveFloating, "DX,DY",
+     "moves the floating selection by DX, DY pixels"},
+    {"put-floating", Arguments::None, 0, 0, nullptr, 0, &RunEditCommandById<32861>, "",
+     "puts the floating selection down"},
+    {"discard-floating", Arguments::None, 0, 0, nullptr, 0, &RunEditCommandById<32862>, "",
+     "throws the floating selection away"},
+    {"crop", Arguments::None, 0, 0, nullptr, 0, &RunEditCommandById<32857>, "",
+     "crops the picture to the selection"},
+    {"clear", Arguments::None, 0, 0, nullptr, 0, &RunEditCommandById<57632>, "",
+     "clears the selection to the background colour"},
+    {"fill-selection", Arguments::Numbers, 1, 1, kFillWords, 0, &RunFillSelection, "fore|back|white|black",
+     "fills the selection, or the picture, with that colour as Edit > Fill does"},
 };
 
 const EngineOperation* FindOperation(std::string_view name) {
@@ -193,6 +220,14 @@ bool ParseEngineOption(const std::string& name, const std::string& value, Engine
         return true;
     }
     return false;
+}
+
+std::vector<EngineOperationDoc> EngineOperationDocs() {
+    std::vector<EngineOperationDoc> docs;
+    for (const EngineOperation& op : kOperations) {
+        docs.push_back({op.name, op.values, op.summary});
+    }
+    return docs;
 }
 
 bool IsEngineOperation(const std::string& word) {

@@ -34,6 +34,15 @@ struct EngineStep {
     std::vector<std::array<int, 2>> points;
 };
 
+// An operation as the help text and the manual show it: "rect" with values
+// "X1,Y1,X2,Y2[,STYLE]" (empty when it takes none) and what it does.
+struct EngineOperationDoc {
+    const char* name;
+    const char* values;
+    const char* summary;
+};
+std::vector<EngineOperationDoc> EngineOperationDocs();
+
 // True when the word's name (before '=') is one of these operations.
 bool IsEngineOperation(const std::string& word);
 // Parses a word; false with `error` saying why.
