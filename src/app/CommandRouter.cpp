@@ -2,6 +2,8 @@
 
 #include "app/CBriselApp.h"
 #include "app/CMainFrame.h"
+#include "app/CommandIds.h"
+#include "tools/ToolTable.h"
 
 #include <QAction>
 #include <QKeySequence>
@@ -13,7 +15,8 @@ void CommandRouter::CreateActions(QWidget* owner) {
     for (const CommandEntry& entry : CommandTable()) {
         auto* action = new QAction(QString::fromUtf8(entry.label), owner);
         if (entry.accelerator != nullptr) {
-            action->setShortcut(QKeySequence(QString::fromUtf8(entry.accelerator)));
+            // Several key sequences are separated by "; " ("Ctrl+Y; Ctrl+Shift+Z").
+            action->setShortcuts(QKeySequence::listFromString(QString::fromUtf8(entry.accelerator)));
             action->setShortcutContext(Qt::WindowShortcut);
         }
         action->setCheckable(entry.checked != nullptr);
@@ -68,9 +71,48 @@ bool CommandRouter::Execute(int id) {
         return false;
     }
     CommandTargets targets = TargetsFor(id);
+    // The undo steps a command records carry its menu text; the strokes
+    // after it carry the current tool's name.
+    CUndoHistory& history = m_frame.UndoHistory();
+    history.BeginCommand(*m_frame.Document(), StepName(Action(id)));
     FindCommand(id)->run(targets);
+    history.BeginCommand(*m_frame.Document(), tools::Label(m_frame.CurrentToolId()));
     UpdateAll();
     return true;
+}
+
+std::string CommandRouter::StepName(const QAction* action) {
+    if (action == nullptr) {
+        return {};
+    }
+    QString text = action->text();
+    text.remove(QLatin1Char('&'));
+    while (text.endsWith(QLatin1Char('.'))) {
+        text.chop(1);
+    }
+    return text.trimmed().toStdString();
+}
+
+// "Undo Pen", "Redo Rotate": the table's label followed by the step's name.
+void CommandRouter::ShowStepNames() {
+    const CUndoHistory& history = m_frame.UndoHistory();
+    const CBriselDoc* doc = m_frame.Document();
+    const std::pair<int, std::string> entries[] = {
+        {cmd::kUndo, history.CanUndo(doc) ? history.UndoLabel() : std::string()},
+        {cmd::kRedo, history.CanRedo(doc) ? history.RedoLabel() : std::string()},
+    };
+    for (const auto& [id, step] : entries) {
+        const CommandEntry* entry = FindCommand(id);
+        QAction* action = Action(id);
+        if (entry == nullptr || action == nullptr) {
+            continue;
+        }
+        QString text = QString::fromUtf8(entry->label);
+        if (!step.empty()) {
+            text += QLatin1Char(' ') + QString::fromStdString(step).replace(QLatin1Char('&'), QLatin1String("&&"));
+        }
+        action->setText(text);
+    }
 }
 
 void CommandRouter::UpdateAll() {
@@ -80,4 +122,5 @@ void CommandRouter::UpdateAll() {
             action->setChecked(IsChecked(id));
         }
     }
+    ShowStepNames();
 }

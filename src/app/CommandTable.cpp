@@ -154,9 +154,9 @@ std::vector<CommandEntry> BuildTable() {
          nullptr, false},
         // Edit
         {cmd::kUndo, "Edit", nullptr, "Undo", "Ctrl+Z", F, [](T& t) { t.frame.OnUndo(); },
-         [](const T& t) { return t.frame.UndoRecord().CanUndo(t.doc); }, nullptr, false},
-        {cmd::kRedo, "Edit", nullptr, "Redo", "Ctrl+Y", F, [](T& t) { t.frame.OnRedo(); },
-         [](const T& t) { return t.frame.UndoRecord().CanRedo(t.doc); }, nullptr, false},
+         [](const T& t) { return t.frame.UndoHistory().CanUndo(t.doc); }, nullptr, false},
+        {cmd::kRedo, "Edit", nullptr, "Redo", "Ctrl+Y; Ctrl+Shift+Z", F, [](T& t) { t.frame.OnRedo(); },
+         [](const T& t) { return t.frame.UndoHistory().CanRedo(t.doc); }, nullptr, false},
         {cmd::kCut, "Edit", nullptr, "Cut", "Ctrl+X", F, [](T& t) { ClipboardCommands::Cut(t.frame); },
          HasSelection, nullptr, true},
         {cmd::kCopy, "Edit", nullptr, "Copy", "Ctrl+C", F, [](T& t) { ClipboardCommands::Copy(t.frame); },

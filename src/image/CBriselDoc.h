@@ -3,6 +3,7 @@
 #include "image/CDibImage.h"
 #include "image/DibTypes.h"
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -67,7 +68,13 @@ public:
     void DeleteContents();
 
     bool IsModified() const { return m_bModified; }
-    void SetModifiedFlag(bool modified = true) { m_bModified = modified; }
+    void SetModifiedFlag(bool modified = true) {
+        m_bModified = modified;
+        m_cleanMarks += modified ? 0 : 1;
+    }
+    // How often the document was marked unmodified (saved, opened, made new):
+    // the undo history learns from it which of its states the file holds.
+    std::uint64_t CleanMarks() const { return m_cleanMarks; }
     bool IsReduced() const { return m_bReduced; }
     void SetReduced(bool reduced) { m_bReduced = reduced; }
     const std::string& PathName() const { return m_path; }
@@ -92,6 +99,7 @@ private:
     bool m_bFloating = false;
     bool m_bReduced = false;
     bool m_bModified = false;
+    std::uint64_t m_cleanMarks = 0;
     std::string m_path;
     std::string m_title;
     std::vector<std::pair<int, ViewObserver>> m_observers;
