@@ -26,12 +26,13 @@ void CUndoHistory::Settle(CBriselDoc& doc) {
     if (doc.CleanMarks() != m_seenCleanMarks) {
         m_seenCleanMarks = doc.CleanMarks();
         m_cleanStates.assign(1, now);
-    } else if (!doc.IsModified() && std::find(m_cleanStates.begin(), m_cleanStates.end(), now) == m_cleanStates.end()) {
+    } else if (!doc.IsModified() && !IsClean(now)) {
         m_cleanStates.push_back(now);
+        ForgetLostCleanStates();
     }
     if (!m_steps.empty()) {
         Step& newest = m_steps.back();
-        if (m_pendingCompact && m_cursor == StepCount()) {
+        if ((m_pendingCompact || m_regionOpen) && m_cursor == StepCount()) {
             newest.record->Compact(doc);
         }
         newest.bytes = newest.record->Bytes();
@@ -172,10 +173,23 @@ void CUndoHistory::SwapStep(CBriselDoc& doc, std::size_t index) {
     step.bytes = step.record->Bytes();
 }
 
+bool CUndoHistory::IsClean(std::uint64_t state) const {
+    return std::find(m_cleanStates.begin(), m_cleanStates.end(), state) != m_cleanStates.end();
+}
+
+// States of dropped or cut steps can never come back.
+void CUndoHistory::ForgetLostCleanStates() {
+    if (m_cleanStates.size() <= 8) {
+        return;
+    }
+    std::erase_if(m_cleanStates, [this](std::uint64_t state) {
+        return state != m_baseState && std::none_of(m_steps.begin(), m_steps.end(),
+                                                     [state](const Step& step) { return step.serial == state; });
+    });
+}
+
 void CUndoHistory::FollowModifiedFlag(CBriselDoc& doc) {
-    const bool clean =
-        std::find(m_cleanStates.begin(), m_cleanStates.end(), CurrentState()) != m_cleanStates.end();
-    doc.SetModifiedFlag(!clean);
+    doc.SetModifiedFlag(!IsClean(CurrentState()));
     m_seenCleanMarks = doc.CleanMarks();
 }
 

@@ -93,6 +93,8 @@ private:
     void EnforceLimits();
     std::uint64_t CurrentState() const;
     void FollowModifiedFlag(CBriselDoc& doc);
+    bool IsClean(std::uint64_t state) const;
+    void ForgetLostCleanStates();
     void SwapStep(CBriselDoc& doc, std::size_t index);
 
     std::deque<Step> m_steps;

@@ -311,6 +311,10 @@ int CUndoRecord::SaveRegion(CBriselDoc& doc, int left, int top, int right, int b
 }
 
 void CUndoRecord::Compact(CBriselDoc& doc) {
+    if (auto* region = dynamic_cast<RegionPixels*>(m_pPixels.get())) {
+        region->Finish();
+        return;
+    }
     if (!m_bOwnCopy || !m_pImage || m_nState != kCanUndo || m_pDoc != &doc) {
         return;
     }

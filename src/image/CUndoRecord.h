@@ -53,7 +53,8 @@ public:
     // an open region step of that image, -1 when memory ran out.
     int SaveRegion(CBriselDoc& doc, int left, int top, int right, int bottom);
     // After the step's command has finished: keeps of the step's own whole
-    // copy only the tiles that differ from the document now.
+    // copy only the tiles that differ from the document now; packs a region
+    // step's saved pixels.
     void Compact(CBriselDoc& doc);
     // Memory the step holds.
     std::size_t Bytes() const;

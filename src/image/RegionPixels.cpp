@@ -7,10 +7,14 @@
 #include <iterator>
 
 namespace {
-// Pixels saved beyond a growing edge of a row interval, so that a stroke
-// creeping sideways does not grow the interval (a new block) at every dab.
-// Unsaved pixels are still original, so saving a few more is always right.
-constexpr int kRowSlack = 8;
+// Blocks start small (most strokes are short) and double.
+constexpr std::size_t kFirstBlockBytes = 16 * 1024;
+constexpr std::size_t kLargestBlockBytes = 1024 * 1024;
+constexpr int kFirstWindow = 32; // pixels
+// Pixels saved beyond a growing end of a row's interval, so that a stroke
+// creeping sideways does not come back to the row at every dab. Unsaved
+// pixels are still original, so saving a few more is always right.
+constexpr int kSaveAhead = 16;
 } // namespace
 
 RegionPixels::RegionPixels(int width, int height, int bytesPerPixel)
@@ -21,6 +25,9 @@ bool RegionPixels::Matches(const CDibImage& image) const {
 }
 
 bool RegionPixels::Save(const CDibImage& image, int left, int top, int right, int bottom) {
+    if (m_finished) {
+        return false;
+    }
     left = std::max(left, 0);
     top = std::max(top, 0);
     right = std::min(right, m_width - 1);
@@ -30,7 +37,11 @@ bool RegionPixels::Save(const CDibImage& image, int left, int top, int right, in
     }
     CoverRows(top, bottom);
     for (int y = top; y <= bottom; ++y) {
-        if (!SaveRow(image, y, left, right + 1)) {
+        Row& row = m_rows[static_cast<std::size_t>(y - m_top)];
+        if (row.left < row.right && row.left <= left && right < row.right) {
+            continue;
+        }
+        if (!SaveRow(image, row, y, left, right + 1)) {
             return false;
         }
     }
@@ -49,7 +60,7 @@ void RegionPixels::CoverRows(int top, int bottom) {
         const int first = std::max(0, std::min(top, m_top - 16));
         std::vector<Row> rows(static_cast<std::size_t>(m_top - first));
         rows.reserve(rows.size() + m_rows.size());
-        std::move(m_rows.begin(), m_rows.end(), std::back_inserter(rows));
+        std::copy(m_rows.begin(), m_rows.end(), std::back_inserter(rows));
         m_rows = std::move(rows);
         m_top = first;
     }
@@ -59,39 +70,96 @@ void RegionPixels::CoverRows(int top, int bottom) {
     }
 }
 
-bool RegionPixels::SaveRow(const CDibImage& image, int y, int left, int right) {
-    Row& row = m_rows[static_cast<std::size_t>(y - m_top)];
+std::uint8_t* RegionPixels::Take(std::size_t bytes) {
+    if (m_blocks.empty() || m_used + bytes > m_blocks.back().size()) {
+        const std::size_t size =
+            m_blocks.empty() ? kFirstBlockBytes : std::min(kLargestBlockBytes, 2 * m_blocks.back().size());
+        platform::HeapBlock block = platform::HeapBlock::AllocateForOverwrite(std::max(bytes, size));
+        if (!block) {
+            return nullptr;
+        }
+        m_blocks.push_back(std::move(block));
+        m_used = 0;
+    }
+    std::uint8_t* taken = m_blocks.back().data() + m_used;
+    m_used += bytes;
+    return taken;
+}
+
+// A new window twice the size the row needs, on the side it grows towards;
+// the pixels saved so far move into it.
+bool RegionPixels::GrowWindow(Row& row, int left, int right) {
+    const int spare = std::max(kFirstWindow, right - left);
     const bool empty = row.left == row.right;
-    if (!empty && row.left <= left && right <= row.right) {
-        return true;
-    }
-    int newLeft = left;
-    int newRight = right;
-    if (empty) {
-        newLeft = std::max(0, left - kRowSlack);
-        newRight = std::min(m_width, right + kRowSlack);
-    } else {
-        newLeft = left < row.left ? std::max(0, left - kRowSlack) : row.left;
-        newRight = right > row.right ? std::min(m_width, right + kRowSlack) : row.right;
-    }
+    const int windowLeft = empty || left < row.left ? std::max(0, left - (empty ? 0 : spare)) : row.left;
+    const int windowRight = empty || right > row.right ? std::min(m_width, right + spare) : row.right;
     const std::size_t bpp = static_cast<std::size_t>(m_bytesPerPixel);
-    platform::HeapBlock bytes = platform::HeapBlock::AllocateForOverwrite(bpp * (newRight - newLeft));
-    if (!bytes) {
+    std::uint8_t* window = Take(bpp * static_cast<std::size_t>(windowRight - windowLeft));
+    if (window == nullptr) {
         return false;
     }
+    if (!empty) {
+        std::memcpy(window + bpp * (row.left - windowLeft), row.window + bpp * (row.left - row.windowLeft),
+                    bpp * (row.right - row.left));
+    }
+    row.window = window;
+    row.windowLeft = windowLeft;
+    row.windowRight = windowRight;
+    return true;
+}
+
+bool RegionPixels::SaveRow(const CDibImage& image, Row& row, int y, int left, int right) {
+    const bool empty = row.left == row.right;
+    const int aheadLeft = std::max(0, left - kSaveAhead);
+    const int aheadRight = std::min(m_width, right + kSaveAhead);
+    const int newLeft = empty ? aheadLeft : left < row.left ? std::min(aheadLeft, row.left) : row.left;
+    const int newRight = empty ? aheadRight : right > row.right ? std::max(aheadRight, row.right) : row.right;
+    if ((empty || newLeft < row.windowLeft || newRight > row.windowRight) &&
+        !GrowWindow(row, newLeft, newRight)) {
+        return false;
+    }
+    const std::size_t bpp = static_cast<std::size_t>(m_bytesPerPixel);
     const std::uint8_t* source = image.RowData(y);
+    std::uint8_t* window = row.window - bpp * row.windowLeft; // indexed by pixel
     if (empty) {
-        std::memcpy(bytes.data(), source + bpp * newLeft, bpp * (newRight - newLeft));
+        std::memcpy(window + bpp * newLeft, source + bpp * newLeft, bpp * (newRight - newLeft));
     } else {
-        std::memcpy(bytes.data(), source + bpp * newLeft, bpp * (row.left - newLeft));
-        std::memcpy(bytes.data() + bpp * (row.left - newLeft), row.bytes.data(), bpp * (row.right - row.left));
-        std::memcpy(bytes.data() + bpp * (row.right - newLeft), source + bpp * row.right,
-                    bpp * (newRight - row.right));
+        std::memcpy(window + bpp * newLeft, source + bpp * newLeft, bpp * (row.left - newLeft));
+        std::memcpy(window + bpp * row.right, source + bpp * row.right, bpp * (newRight - row.right));
     }
     row.left = newLeft;
     row.right = newRight;
-    row.bytes = std::move(bytes);
     return true;
+}
+
+void RegionPixels::Finish() {
+    if (m_finished || m_blocks.empty()) {
+        m_finished = true;
+        return;
+    }
+    m_finished = true;
+    const std::size_t bpp = static_cast<std::size_t>(m_bytesPerPixel);
+    std::size_t total = 0;
+    for (const Row& row : m_rows) {
+        total += bpp * (row.right - row.left);
+    }
+    platform::HeapBlock packed = platform::HeapBlock::AllocateForOverwrite(std::max<std::size_t>(total, 1));
+    if (!packed) {
+        return; // the windows stay valid
+    }
+    std::uint8_t* out = packed.data();
+    for (Row& row : m_rows) {
+        const std::size_t bytes = bpp * (row.right - row.left);
+        std::memcpy(out, row.window + bpp * (row.left - row.windowLeft), bytes);
+        row.window = out;
+        row.windowLeft = row.left;
+        row.windowRight = row.right;
+        out += bytes;
+    }
+    m_blocks.clear();
+    m_blocks.push_back(std::move(packed));
+    m_used = m_blocks.back().size();
+    m_rows.shrink_to_fit();
 }
 
 void RegionPixels::SwapWith(CDibImage& image) {
@@ -101,16 +169,17 @@ void RegionPixels::SwapWith(CDibImage& image) {
         if (row.left == row.right) {
             continue;
         }
+        std::uint8_t* saved = row.window + bpp * (row.left - row.windowLeft);
         std::uint8_t* target = image.RowData(m_top + static_cast<int>(i)) + bpp * row.left;
-        std::swap_ranges(row.bytes.data(), row.bytes.data() + bpp * (row.right - row.left), target);
+        std::swap_ranges(saved, saved + bpp * (row.right - row.left), target);
     }
     image.MutableBits();
 }
 
 std::size_t RegionPixels::Bytes() const {
     std::size_t total = sizeof(*this) + m_rows.capacity() * sizeof(Row);
-    for (const Row& row : m_rows) {
-        total += row.bytes.size();
+    for (const platform::HeapBlock& block : m_blocks) {
+        total += block.size();
     }
     return total;
 }
