@@ -18,7 +18,7 @@ class ToolPalette;
 class QLabel;
 
 // The main window: it owns the menu bar, the tool palette, the view window,
-// the undo record and the state the tools share (current tool, colours, pen,
+// the undo history and the state the tools share (current tool, colours, pen,
 // JPEG quality, pressure simulation). Commands reach their handlers through
 // the CommandRouter; the frame handles tool changes, Options, the information
 // dialogs, Tool Bar, Undo and Redo itself.

@@ -12,7 +12,7 @@ class CUndoHistory;
 
 // The document's file commands: open, Save, Save As, Revert, the put-floating
 // and save-changes questions, and their enabling rules. Works on one document
-// and the undo record; shows every message through platform::ShowMessage.
+// and the undo history; shows every message through platform::ShowMessage.
 //
 // The window layer plugs in three things:
 //  - the save dialog (SetSaveDialog): given the current path and the filter

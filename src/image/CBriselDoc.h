@@ -14,7 +14,7 @@
 //
 // Ownership: every image is held by exactly one owner. A setter returns the
 // image it replaced; dropping the result destroys it, keeping it (to hand to
-// the undo record, or to put back later) keeps it alive.
+// the undo history, or to put back later) keeps it alive.
 class CBriselDoc {
 public:
     using ImagePtr = std::unique_ptr<CDibImage>;
