@@ -8,7 +8,7 @@
 
 namespace {
 // Blocks start small (most strokes are short) and double.
-constexpr std::size_t kFirstBlockBytes = 16 * 1024;
+constexpr std::size_t kFirstBlockBytes = 64 * 1024;
 constexpr std::size_t kLargestBlockBytes = 1024 * 1024;
 constexpr int kFirstWindow = 32; // pixels
 // Pixels saved beyond a growing end of a row's interval, so that a stroke
