@@ -58,7 +58,7 @@ ManualPage BuildAppManual() {
          {"Tamrick opens a picture (BMP, GIF, JPEG, PNG and the other formats Qt's image readers know) or "
           "starts a new one, paints on it with brush, shape and touch-up tools, selects parts of it, applies "
           "colour adjustments and filters with live preview, and saves it as BMP, GIF, JPEG or PNG. Every "
-          "change can be undone one step. Its picture engine also runs without a window as tamrick-cli(1)."},
+          "change can be undone and redone, many steps back. Its picture engine also runs without a window as tamrick-cli(1)."},
          {},
          false});
     page.sections.push_back({"OPTIONS",

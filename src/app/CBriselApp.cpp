@@ -113,7 +113,7 @@ bool CBriselApp::InitInstance(const QStringList& files) {
 }
 
 void CBriselApp::ConnectDocumentFiles() {
-    m_files = std::make_unique<CDocumentFiles>(m_document, m_frame->UndoRecord(), LoadLimits::AtStartUp());
+    m_files = std::make_unique<CDocumentFiles>(m_document, m_frame->UndoHistory(), LoadLimits::AtStartUp());
     m_files->SetSaveDialog([this](const std::string& initialPath, const char*) -> std::optional<std::string> {
         const QString path = FileDialogs::AskSavePath(m_frame.get(), QString::fromStdString(initialPath));
         if (path.isEmpty()) {
@@ -172,7 +172,7 @@ void CBriselApp::AfterDocumentReplaced() {
     if (m_frame == nullptr) {
         return;
     }
-    m_frame->UndoRecord().Empty();
+    m_frame->UndoHistory().Empty();
     ShowDocumentCaption();
     m_frame->InitialUpdate();
 }

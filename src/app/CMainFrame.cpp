@@ -15,6 +15,7 @@
 #include "view/CDisplayRenderer.h"
 #include "formats/JpegQuality.h"
 #include "image/CBriselDoc.h"
+#include "image/UndoLimits.h"
 #include "ops/EditCommandTable.h"
 #include "ops/OpsCommandTable.h"
 #include "platform/Settings.h"
@@ -65,6 +66,8 @@ CMainFrame::CMainFrame(CBriselApp* app, CBriselDoc& doc, CDisplayRenderer& rende
     setObjectName(QStringLiteral("MainFrame"));
     setWindowIcon(icons::Application());
     ReadSettings();
+    m_undo.SetLimits(undolimits::Stored());
+    m_undo.BeginCommand(m_doc, tools::Label(m_toolId));
     m_alternativeLayout = LandscapeScreen();
 
     m_viewWindow = new CViewWindow(this);
@@ -162,6 +165,7 @@ void CMainFrame::OnToolCommand(int id) {
         m_palette->SelectButton(0);
     }
     m_toolId = id;
+    m_undo.BeginCommand(m_doc, tools::Label(id));
     m_palette->HighlightTool(id);
     m_palette->SetOptionsAvailable(ToolHasOptions(id));
     if (m_viewWindow != nullptr) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "image/CUndoRecord.h"
+#include "image/CUndoHistory.h"
 #include "ops/EditCommands.h"
 #include "view/ViewHost.h"
 
@@ -18,7 +18,7 @@ class StatusDisplay;
 class ToolPalette;
 
 // The main window: it owns the menu bar, the tool palette, the view window,
-// the undo record and the state the tools share (current tool, colours, pen,
+// the undo history and the state the tools share (current tool, colours, pen,
 // JPEG quality, pressure simulation). Commands reach their handlers through
 // the CommandRouter; the frame handles tool changes, Options, the information
 // dialogs, Tool Bar, Undo and Redo itself.
@@ -34,8 +34,8 @@ public:
     CViewWindow* ViewWindow() const { return m_viewWindow; }
     CommandRouter& Router() const { return *m_router; }
     ToolPalette* Palette() const { return m_palette; }
-    CUndoRecord& UndoRecord() { return m_undo; }
-    const CUndoRecord& UndoRecord() const { return m_undo; }
+    CUndoHistory& UndoHistory() { return m_undo; }
+    const CUndoHistory& UndoHistory() const { return m_undo; }
 
     // Tools.
     int ToolId() const { return m_toolId; }
@@ -125,7 +125,7 @@ private:
     CBriselApp* m_app;
     CBriselDoc& m_doc;
     CDisplayRenderer& m_renderer;
-    CUndoRecord m_undo;
+    CUndoHistory m_undo;
     CViewWindow* m_viewWindow = nullptr;
     ToolPalette* m_palette = nullptr;
     CommandRouter* m_router = nullptr;

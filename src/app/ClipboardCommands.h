@@ -15,7 +15,7 @@ public:
     // with its own mask or, without one, fully selected.
     static void Paste(CMainFrame& frame);
     // After the save-changes question, the clipboard's picture becomes a new,
-    // untitled picture shown at actual size; the undo record is emptied.
+    // untitled picture shown at actual size; the undo history is emptied.
     static void PasteAsNew(CMainFrame& frame);
     // Before the main window closes: when this program put a picture on the
     // clipboard and it is still there, asks whether other programs may keep

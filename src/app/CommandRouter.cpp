@@ -3,6 +3,8 @@
 #include "app/CBriselApp.h"
 #include "app/CMainFrame.h"
 #include "app/CommandIcons.h"
+#include "app/CommandIds.h"
+#include "tools/ToolTable.h"
 
 #include <QAction>
 #include <QKeySequence>
@@ -73,9 +75,53 @@ bool CommandRouter::Execute(int id) {
         return false;
     }
     CommandTargets targets = TargetsFor(id);
+    // The undo steps a command records carry its menu text; the strokes
+    // after it carry the current tool's name.
+    CUndoHistory& history = m_frame.UndoHistory();
+    history.BeginCommand(*m_frame.Document(), StepName(Action(id)));
     FindCommand(id)->run(targets);
+    history.BeginCommand(*m_frame.Document(), tools::Label(m_frame.CurrentToolId()));
     UpdateAll();
     return true;
+}
+
+std::string CommandRouter::StepName(const QAction* action) {
+    if (action == nullptr) {
+        return {};
+    }
+    QString text = action->text();
+    text.remove(QLatin1Char('&'));
+    while (text.endsWith(QLatin1Char('.'))) {
+        text.chop(1);
+    }
+    return text.trimmed().toStdString();
+}
+
+// "Undo Pen", "Redo Rotate": the table's label followed by the step's name.
+void CommandRouter::ShowStepNames() {
+    const CUndoHistory& history = m_frame.UndoHistory();
+    const CBriselDoc* doc = m_frame.Document();
+    const std::pair<int, std::string> entries[] = {
+        {cmd::kUndo, history.CanUndo(doc) ? history.UndoLabel() : std::string()},
+        {cmd::kRedo, history.CanRedo(doc) ? history.RedoLabel() : std::string()},
+    };
+    for (const auto& [id, step] : entries) {
+        const CommandEntry* entry = FindCommand(id);
+        QAction* action = Action(id);
+        if (entry == nullptr || action == nullptr) {
+            continue;
+        }
+        // The label as the menu shows it, with its mnemonic, kept from the
+        // first time the step names are shown.
+        if (!action->property("menuLabel").isValid()) {
+            action->setProperty("menuLabel", action->text());
+        }
+        QString text = action->property("menuLabel").toString();
+        if (!step.empty()) {
+            text += QLatin1Char(' ') + QString::fromStdString(step).replace(QLatin1Char('&'), QLatin1String("&&"));
+        }
+        action->setText(text);
+    }
 }
 
 void CommandRouter::UpdateAll() {
@@ -85,4 +131,5 @@ void CommandRouter::UpdateAll() {
             action->setChecked(IsChecked(id));
         }
     }
+    ShowStepNames();
 }

@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <map>
+#include <string>
 
 class CMainFrame;
 class QAction;
@@ -28,7 +29,12 @@ public:
     bool Execute(int id);
     void UpdateAll();
 
+    // A command's menu text as the name of the undo steps it records
+    // ("Rotate..." names them "Rotate").
+    static std::string StepName(const QAction* action);
+
 private:
+    void ShowStepNames();
     CommandTargets TargetsFor(int id) const;
     bool TargetAvailable(const CommandEntry& entry, const CommandTargets& targets) const;
 

@@ -5,6 +5,7 @@
 #include "dialogs/OptionsDialog.h"
 #include "dialogs/SystemInfoDialog.h"
 #include "formats/LoadLimits.h"
+#include "image/UndoLimits.h"
 #include "platform/Settings.h"
 #include "view/CDisplayRenderer.h"
 #include "view/CViewWindow.h"
@@ -16,8 +17,9 @@
 #include <QTextStream>
 
 void FrameDialogs::Options(CMainFrame& frame) {
-    const OptionsValues before{frame.JpegQuality(), frame.Renderer().DisplayMode(),
-                               frame.PenPressureSimulation()};
+    OptionsValues before{frame.JpegQuality(), frame.Renderer().DisplayMode(), frame.PenPressureSimulation()};
+    before.undoSteps = undolimits::StoredSteps();
+    before.undoMemoryMB = undolimits::StoredMemoryMB();
     OptionsDialog dialog(before, &frame);
     if (dialog.exec() != QDialog::Accepted) {
         return;
@@ -27,6 +29,9 @@ void FrameDialogs::Options(CMainFrame& frame) {
     frame.SetPressureSimulation(after.pressureSimulation);
     platform::Settings::WriteInt(LoadLimits::kSection, LoadLimits::kWidthKey, after.maxLoadWidth);
     platform::Settings::WriteInt(LoadLimits::kSection, LoadLimits::kHeightKey, after.maxLoadHeight);
+    platform::Settings::WriteInt(undolimits::kSection, undolimits::kStepsKey, after.undoSteps);
+    platform::Settings::WriteInt(undolimits::kSection, undolimits::kMemoryKey, after.undoMemoryMB);
+    frame.UndoHistory().SetLimits(undolimits::Make(after.undoSteps, after.undoMemoryMB));
     if (after.displayMode != before.displayMode) {
         // Re-render in the new mode; the background needs no erasing.
         frame.Renderer().SetDisplayMode(after.displayMode);

@@ -5,7 +5,8 @@
 #include "formats/CDocumentFiles.h"
 #include "formats/JpegQuality.h"
 #include "image/CBriselDoc.h"
-#include "image/CUndoRecord.h"
+#include "image/CUndoHistory.h"
+#include "image/UndoLimits.h"
 #include "script/OpsScript.h"
 #include "script/EngineOperations.h"
 #include "platform/MessagePresenter.h"
@@ -171,7 +172,8 @@ int RunApplyCommand(const std::vector<std::string>& args) {
         std::srand(*options.seed);
     }
     CBriselDoc doc;
-    CUndoRecord undo;
+    CUndoHistory undo;
+    undo.SetLimits(undolimits::Stored());
     CDocumentFiles files(doc, undo, options.limits.value_or(LoadLimits::AtStartUp()));
     const int quality = options.quality;
     files.SetJpegQuality([quality] { return quality; });

@@ -2,7 +2,7 @@
 
 #include "image/CBriselDoc.h"
 #include "image/CDibImage.h"
-#include "image/CUndoRecord.h"
+#include "image/CUndoHistory.h"
 #include "ops/CommandHandOver.h"
 #include "platform/WaitCursor.h"
 

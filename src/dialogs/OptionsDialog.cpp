@@ -3,6 +3,7 @@
 #include "dialogs/DialogButtons.h"
 #include "dialogs/NumberTriple.h"
 #include "formats/LoadLimits.h"
+#include "image/UndoLimits.h"
 #include "platform/MessagePresenter.h"
 #include "platform/StringTable.h"
 
@@ -18,7 +19,7 @@
 OptionsDialog::OptionsDialog(const OptionsValues& values, QWidget* parent)
     : QDialog(parent), m_quality(new NumberTriple(1, 100, values.jpegQuality)), m_display(new QComboBox),
       m_pressure(new QCheckBox(QStringLiteral("Pen Pressure Simulation"))), m_maxWidth(new QSpinBox),
-      m_maxHeight(new QSpinBox) {
+      m_maxHeight(new QSpinBox), m_undoSteps(new QSpinBox), m_undoMemory(new QSpinBox) {
     setWindowTitle(QStringLiteral("Options"));
     auto* layout = new QVBoxLayout(this);
 
@@ -60,12 +61,26 @@ OptionsDialog::OptionsDialog(const OptionsValues& values, QWidget* parent)
     largeLayout->addRow(note);
     layout->addWidget(large);
 
+    auto* undo = new QGroupBox(QStringLiteral("Undo"));
+    auto* undoLayout = new QFormLayout(undo);
+    m_undoSteps->setRange(undolimits::kMinSteps, undolimits::kMaxSteps);
+    m_undoSteps->setValue(values.undoSteps);
+    m_undoMemory->setRange(undolimits::kMinMemoryMB, undolimits::kMaxMemoryMB);
+    m_undoMemory->setValue(values.undoMemoryMB);
+    m_undoMemory->setSuffix(QStringLiteral(" MB"));
+    undoLayout->addRow(QStringLiteral("Undo steps :"), m_undoSteps);
+    undoLayout->addRow(QStringLiteral("Undo memory :"), m_undoMemory);
+    layout->addWidget(undo);
+
     AddOkCancelButtons(this, layout);
 }
 
 OptionsValues OptionsDialog::Values() const {
-    return {m_quality->Value(), m_display->currentIndex(), m_pressure->isChecked(), m_maxWidth->value(),
-            m_maxHeight->value()};
+    OptionsValues values{m_quality->Value(), m_display->currentIndex(), m_pressure->isChecked(),
+                         m_maxWidth->value(), m_maxHeight->value()};
+    values.undoSteps = m_undoSteps->value();
+    values.undoMemoryMB = m_undoMemory->value();
+    return values;
 }
 
 void OptionsDialog::accept() {

@@ -14,10 +14,14 @@ struct OptionsValues {
     // The largest picture loaded at full size (applies from the next start).
     int maxLoadWidth = 1920;
     int maxLoadHeight = 2560;
+    // Undo: how many steps and how much memory the history keeps.
+    int undoSteps = 100;
+    int undoMemoryMB = 1024;
 };
 
 // "Options": JPEG quality, display optimisation, pen pressure simulation and
-// the size up to which pictures are loaded without reduction.
+// the size up to which pictures are loaded without reduction, and how many
+// undo steps are kept in how much memory.
 class OptionsDialog : public QDialog {
     Q_OBJECT
 public:
@@ -29,6 +33,8 @@ public:
     QCheckBox* Pressure() const { return m_pressure; }
     QSpinBox* MaxLoadWidth() const { return m_maxWidth; }
     QSpinBox* MaxLoadHeight() const { return m_maxHeight; }
+    QSpinBox* UndoSteps() const { return m_undoSteps; }
+    QSpinBox* UndoMemory() const { return m_undoMemory; }
 
     // Keeps the dialog open with a message when the quality is out of range.
     void accept() override;
@@ -39,4 +45,6 @@ private:
     QCheckBox* m_pressure;
     QSpinBox* m_maxWidth;
     QSpinBox* m_maxHeight;
+    QSpinBox* m_undoSteps;
+    QSpinBox* m_undoMemory;
 };

@@ -7,7 +7,7 @@
 #include "formats/PictureLoader.h"
 #include "formats/PictureSaver.h"
 #include "image/CBriselDoc.h"
-#include "image/CUndoRecord.h"
+#include "image/CUndoHistory.h"
 #include "image/DibHelpers.h"
 #include "platform/ScreenMetrics.h"
 #include "platform/StringTable.h"
@@ -36,7 +36,7 @@ void ShowLoadFailure(int result) {
 }
 } // namespace
 
-CDocumentFiles::CDocumentFiles(CBriselDoc& doc, CUndoRecord& undo, LoadLimitSize limits)
+CDocumentFiles::CDocumentFiles(CBriselDoc& doc, CUndoHistory& undo, LoadLimitSize limits)
     : m_doc(doc), m_undo(undo), m_limits(limits), m_jpegQuality(JpegQuality::Read) {}
 
 bool CDocumentFiles::IsOpen() const {

@@ -8,11 +8,11 @@
 #include <string>
 
 class CBriselDoc;
-class CUndoRecord;
+class CUndoHistory;
 
 // The document's file commands: open, Save, Save As, Revert, the put-floating
 // and save-changes questions, and their enabling rules. Works on one document
-// and the undo record; shows every message through platform::ShowMessage.
+// and the undo history; shows every message through platform::ShowMessage.
 //
 // The window layer plugs in three things:
 //  - the save dialog (SetSaveDialog): given the current path and the filter
@@ -36,7 +36,7 @@ public:
     // The name of a document that stands for no file.
     static constexpr const char* kUntitledName = "Untitled";
 
-    CDocumentFiles(CBriselDoc& doc, CUndoRecord& undo, LoadLimitSize limits);
+    CDocumentFiles(CBriselDoc& doc, CUndoHistory& undo, LoadLimitSize limits);
 
     void SetSaveDialog(SaveDialog dialog) { m_saveDialog = std::move(dialog); }
     void SetViewReset(std::function<void()> reset) { m_viewReset = std::move(reset); }
@@ -87,7 +87,7 @@ private:
     void OpenFailed(const std::string& path, int result);
 
     CBriselDoc& m_doc;
-    CUndoRecord& m_undo;
+    CUndoHistory& m_undo;
     LoadLimitSize m_limits;
     SaveDialog m_saveDialog;
     std::function<void()> m_viewReset;

@@ -264,6 +264,7 @@ void CBriselDoc::UpdateAllViews(int hint) const {
 void CBriselDoc::SetModifiedFlag(bool modified) {
     const bool changed = modified != m_bModified;
     m_bModified = modified;
+    m_cleanMarks += modified ? 0 : 1;
     if (changed && m_modifiedListener) {
         m_modifiedListener();
     }

@@ -3,6 +3,7 @@
 #include "image/CDibImage.h"
 #include "image/DibTypes.h"
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -13,7 +14,7 @@
 //
 // Ownership: every image is held by exactly one owner. A setter returns the
 // image it replaced; dropping the result destroys it, keeping it (to hand to
-// the undo record, or to put back later) keeps it alive.
+// the undo history, or to put back later) keeps it alive.
 class CBriselDoc {
 public:
     using ImagePtr = std::unique_ptr<CDibImage>;
@@ -70,6 +71,9 @@ public:
     void SetModifiedFlag(bool modified = true);
     // Called whenever the modified flag changes (the window's caption follows it).
     void SetModifiedListener(std::function<void()> listener) { m_modifiedListener = std::move(listener); }
+    // How often the document was marked unmodified (saved, opened, made new):
+    // the undo history learns from it which of its states the file holds.
+    std::uint64_t CleanMarks() const { return m_cleanMarks; }
     bool IsReduced() const { return m_bReduced; }
     void SetReduced(bool reduced) { m_bReduced = reduced; }
     const std::string& PathName() const { return m_path; }
@@ -95,6 +99,7 @@ private:
     bool m_bReduced = false;
     bool m_bModified = false;
     std::function<void()> m_modifiedListener;
+    std::uint64_t m_cleanMarks = 0;
     std::string m_path;
     std::string m_title;
     std::vector<std::pair<int, ViewObserver>> m_observers;

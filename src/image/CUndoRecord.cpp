@@ -2,6 +2,8 @@
 
 #include "image/CBriselDoc.h"
 #include "image/DibHelpers.h"
+#include "image/RegionPixels.h"
+#include "image/TilePixels.h"
 #include "platform/MessagePresenter.h"
 #include "platform/StringTable.h"
 
@@ -11,6 +13,8 @@ void CUndoRecord::DestroySaved() {
     m_pImage.reset();
     m_pMask.reset();
     m_pFloatImage.reset();
+    m_pPixels.reset();
+    m_bOwnCopy = false;
 }
 
 void CUndoRecord::Empty() {
@@ -33,6 +37,7 @@ int CUndoRecord::Record(CBriselDoc& doc, int kind) {
         DestroySaved();
         m_pImage = DuplicateImage(doc.GetImage());
         ok = m_pImage != nullptr;
+        m_bOwnCopy = ok;
         break;
     case 2:
         break;
@@ -42,8 +47,7 @@ int CUndoRecord::Record(CBriselDoc& doc, int kind) {
         m_yFloat = doc.FloatY();
         break;
     case 4: {
-        m_pMask.reset();
-        m_pFloatImage.reset();
+        DestroySaved();
         const ImageRect rect = doc.GetFloatRect();
         m_pImage = doc.GetFloatMask()
                        ? doc.CopyPictureRect(rect.left, rect.top, rect.right - 1, rect.bottom - 1)
@@ -58,7 +62,7 @@ int CUndoRecord::Record(CBriselDoc& doc, int kind) {
         ok = RecordSelectionState(doc) != 0;
         break;
     case 6:
-        m_pImage.reset();
+        DestroySaved();
         m_pFloatImage = doc.SetFloatImage(nullptr);
         m_pMask = doc.SetFloatMask(nullptr);
         m_xFloat = doc.FloatX();
@@ -70,9 +74,10 @@ int CUndoRecord::Record(CBriselDoc& doc, int kind) {
         m_xFloat = doc.FloatX();
         m_yFloat = doc.FloatY();
         ok = m_pImage != nullptr;
+        m_bOwnCopy = ok;
         break;
     case 9:
-        m_pFloatImage.reset();
+        DestroySaved();
         m_pImage = doc.SetPicture(nullptr);
         m_pMask = doc.SetFloatMask(nullptr);
         m_xFloat = doc.FloatX();
@@ -96,6 +101,7 @@ int CUndoRecord::RecordSelectionState(CBriselDoc& doc) {
     if (!m_pImage) {
         return 0;
     }
+    m_bOwnCopy = true;
     if (!doc.GetFloatImage()) {
         m_xFloat = 0;
         m_yFloat = 0;
@@ -115,6 +121,8 @@ int CUndoRecord::RecordSelectionState(CBriselDoc& doc) {
 void CUndoRecord::RecordObjects(CBriselDoc& doc, ImagePtr image, ImagePtr mask, int kind,
                                 std::uint16_t value) {
     m_pDoc = &doc;
+    m_pPixels.reset();
+    m_bOwnCopy = false;
     m_pImage = std::move(image);
     m_pMask = std::move(mask);
     m_nKind = static_cast<std::int16_t>(kind);
@@ -175,7 +183,11 @@ void CUndoRecord::Swap(CBriselDoc& doc) {
     }
     switch (m_nKind) {
     case 1:
-        m_pImage = doc.SetImage(std::move(m_pImage));
+        if (m_pPixels) {
+            m_pPixels->SwapWith(*doc.GetImage());
+        } else {
+            m_pImage = doc.SetImage(std::move(m_pImage));
+        }
         break;
     case 2:
         m_nValue = static_cast<std::uint16_t>(doc.SetResolution(m_nValue));
@@ -196,7 +208,7 @@ void CUndoRecord::Swap(CBriselDoc& doc) {
         SwapPosition(doc);
         break;
     case 8:
-        m_pImage = doc.SetPicture(std::move(m_pImage));
+        SwapPicture(doc);
         m_pFloatImage = doc.SetFloatImage(std::move(m_pFloatImage));
         SwapPosition(doc);
         break;
@@ -219,8 +231,16 @@ void CUndoRecord::SwapPosition(CBriselDoc& doc) {
     m_yFloat = y;
 }
 
+void CUndoRecord::SwapPicture(CBriselDoc& doc) {
+    if (m_pPixels) {
+        m_pPixels->SwapWith(*doc.GetPicture());
+    } else {
+        m_pImage = doc.SetPicture(std::move(m_pImage));
+    }
+}
+
 void CUndoRecord::SwapSelectionState(CBriselDoc& doc) {
-    m_pImage = doc.SetPicture(std::move(m_pImage));
+    SwapPicture(doc);
     m_pFloatImage = doc.SetFloatImage(std::move(m_pFloatImage));
     m_pMask = doc.SetFloatMask(std::move(m_pMask));
     SwapPosition(doc);
@@ -261,4 +281,59 @@ void CUndoRecord::SwapImageAndMask(CBriselDoc& doc) {
     if (m_bWithPos) {
         SwapPosition(doc);
     }
+}
+
+int CUndoRecord::RecordRegion(CBriselDoc& doc) {
+    const CDibImage* target = doc.GetImage();
+    if (target == nullptr) {
+        return 0;
+    }
+    if (target->BitsPerPixel() % 8 != 0) {
+        return Record(doc, 1);
+    }
+    DestroySaved();
+    m_pDoc = &doc;
+    m_bWithPos = false;
+    m_pPixels = std::make_unique<RegionPixels>(target->Width(), target->Height(), target->BitsPerPixel() / 8);
+    m_nKind = 1;
+    m_nState = kCanUndo;
+    return 1;
+}
+
+int CUndoRecord::SaveRegion(CBriselDoc& doc, int left, int top, int right, int bottom) {
+    auto* region = dynamic_cast<RegionPixels*>(m_pPixels.get());
+    const CDibImage* target = doc.GetImage();
+    if (region == nullptr || m_nKind != 1 || m_nState != kCanUndo || m_pDoc != &doc || target == nullptr ||
+        !region->Matches(*target)) {
+        return 0;
+    }
+    return region->Save(*target, left, top, right, bottom) ? 1 : -1;
+}
+
+void CUndoRecord::Compact(CBriselDoc& doc) {
+    if (auto* region = dynamic_cast<RegionPixels*>(m_pPixels.get())) {
+        region->Finish();
+        return;
+    }
+    if (!m_bOwnCopy || !m_pImage || m_nState != kCanUndo || m_pDoc != &doc) {
+        return;
+    }
+    m_bOwnCopy = false;
+    const CDibImage* now = m_nKind == 1 ? doc.GetImage() : doc.GetPicture();
+    if (now == nullptr) {
+        return;
+    }
+    if (auto tiles = TilePixels::Difference(*m_pImage, *now)) {
+        m_pPixels = std::move(tiles);
+        m_pImage.reset();
+    }
+}
+
+static std::size_t ImageBytes(const CUndoRecord::ImagePtr& image) {
+    return image ? image->ImageBytes() + sizeof(CDibImage) + 64 : 0;
+}
+
+std::size_t CUndoRecord::Bytes() const {
+    return sizeof(*this) + ImageBytes(m_pImage) + ImageBytes(m_pMask) + ImageBytes(m_pFloatImage) +
+           (m_pPixels ? m_pPixels->Bytes() : 0);
 }

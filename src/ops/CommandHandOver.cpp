@@ -2,7 +2,7 @@
 
 #include "image/CBriselDoc.h"
 #include "image/CDibImage.h"
-#include "image/CUndoRecord.h"
+#include "image/CUndoHistory.h"
 #include "platform/MessagePresenter.h"
 #include "platform/StringTable.h"
 

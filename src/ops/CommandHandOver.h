@@ -17,12 +17,12 @@ std::unique_ptr<CDibImage> CreateResultImage(const CDibImage& like, int width, i
 std::unique_ptr<CDibImage> CreateBlankLike(const CDibImage& like, int width, int height);
 
 // Makes `result` the editing target, marks the document modified, gives the
-// old image to the undo record as an image step (kind 1) and updates the views.
+// old image to the undo history as an image step (kind 1) and updates the views.
 void CommitImageStep(CommandContext& ctx, std::unique_ptr<CDibImage> result);
 
 // Makes `result` and `mask` the editing target and its mask (the floating
 // mask while a selection floats, else the selection mask), marks the document
-// modified, gives both old ones to the undo record as an image-and-mask step
+// modified, gives both old ones to the undo history as an image-and-mask step
 // (kind 10) and tells the views that the size may have changed.
 void CommitImageAndMaskStep(CommandContext& ctx, std::unique_ptr<CDibImage> result,
                             std::unique_ptr<CDibImage> mask);

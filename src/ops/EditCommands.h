@@ -43,7 +43,7 @@ int EditPasteFloating(CommandContext& context, std::unique_ptr<CDibImage> image,
 // The drag of the floating pixels by (dx, dy) image pixels (3).
 int EditMoveFloating(CommandContext& context, int dx, int dy, EditResult& result);
 // Paste as New: the pasted picture replaces the document's picture and the
-// undo record is emptied (0). With a clipboard mask the picture floats, masked,
+// undo history is emptied (0). With a clipboard mask the picture floats, masked,
 // over a background-coloured picture of its own size; without one (`mask`
 // null) it simply becomes the picture. Nothing changes when memory is short.
 int EditPasteAsNew(CommandContext& context, std::unique_ptr<CDibImage> image, std::unique_ptr<CDibImage> mask,

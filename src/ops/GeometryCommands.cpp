@@ -1,7 +1,7 @@
 // Flip, quarter turn, Rotate... and Rescale... as document commands.
 #include "image/CBriselDoc.h"
 #include "image/CDibImage.h"
-#include "image/CUndoRecord.h"
+#include "image/CUndoHistory.h"
 #include "image/DibHelpers.h"
 #include "ops/CImageTransform.h"
 #include "ops/CommandHandOver.h"

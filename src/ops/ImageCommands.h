@@ -2,7 +2,7 @@
 
 #include "image/CommandContext.h"
 
-// The image commands as core functions of the document, the undo record and
+// The image commands as core functions of the document, the undo history and
 // the current colours, so that the menus, tamrick-cli and the tests run the
 // same code. Each works on the current editing target (the floating pixels
 // while a selection floats, else the picture), records one undo step, and

@@ -1,7 +1,7 @@
 #include "paint/PaintCommands.h"
 
 #include "image/CBriselDoc.h"
-#include "image/CUndoRecord.h"
+#include "image/CUndoHistory.h"
 #include "image/CommandContext.h"
 #include "image/DibHelpers.h"
 #include "paint/EditingTarget.h"

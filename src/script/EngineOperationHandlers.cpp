@@ -1,7 +1,7 @@
 #include "script/EngineOperationHandlers.h"
 
 #include "image/CBriselDoc.h"
-#include "image/CUndoRecord.h"
+#include "image/CUndoHistory.h"
 #include "image/DibHelpers.h"
 #include "ops/EditCommandTable.h"
 #include "paint/ArtisticPen.h"
@@ -19,15 +19,27 @@
 namespace {
 
 // The engine pointed at the target with the context's colours, the oval table
-// of the pen built, and the undo step opened (kind 1).
+// of the pen built, and the undo step opened (kind 1): a painting step that
+// saves what `Touches` names before the painting.
 struct PaintSession {
     PaintSession(CommandContext& context, const EngineOptions& options, ColorWord ink)
-        : target(EditingTargetOf(context.doc)) {
+        : target(EditingTargetOf(context.doc)), reach((options.penSize + 1) / 2 + 1) {
         engine.SetTargetImage(target.image);
         engine.SetForegroundColor(ink);
         engine.SetBackgroundColor(context.background);
         engine.BuildOvalTable(options.penSize);
-        opened = target.image != nullptr && context.undo.RecordWithWarning(context.doc, 1) != 0;
+        opened = target.image != nullptr && context.undo.RecordRegionWithWarning(context.doc) != 0;
+    }
+    // Saves target pixels left..right, top..bottom grown by the pen's reach.
+    void Touches(CommandContext& context, int left, int top, int right, int bottom) const {
+        context.undo.SaveRegion(context.doc, std::min(left, right) - reach, std::min(top, bottom) - reach,
+                                std::max(left, right) + reach, std::max(top, bottom) + reach);
+    }
+    void TouchesPoints(CommandContext& context, const std::vector<std::array<int, 2>>& points) const {
+        for (std::size_t i = 0; i < points.size(); ++i) {
+            const auto& from = points[i == 0 ? 0 : i - 1];
+            Touches(context, from[0], from[1], points[i][0], points[i][1]);
+        }
     }
     int Done(CommandContext& context) const {
         context.doc.SetModifiedFlag();
@@ -37,6 +49,7 @@ struct PaintSession {
 
     EditingTarget target;
     BrushEngine engine;
+    int reach;
     bool opened = false;
 };
 
@@ -58,6 +71,7 @@ int Stroke(CommandContext& context, const EngineOptions& options, const EngineSt
         return 0;
     }
     const auto points = Shifted(step, session.target);
+    session.TouchesPoints(context, points);
     PenStroke(session.engine, reinterpret_cast<const int(*)[2]>(points.data()),
               static_cast<int>(points.size()), options.penSize, options.penShape, false);
     return session.Done(context);
@@ -72,6 +86,7 @@ int Shape(CommandContext& context, const EngineOptions& options, const EngineSte
     const int style = n.size() > 4 ? n[4] : 0;
     const int dx = session.target.dx;
     const int dy = session.target.dy;
+    session.Touches(context, n[0] + dx, n[1] + dy, n[2] + dx, n[3] + dy);
     if (ellipse) {
         DrawEllipseShape(session.engine, n[0] + dx, n[1] + dy, n[2] + dx, n[3] + dy, options.penSize, style);
     } else {
@@ -112,6 +127,7 @@ int RunLine(CommandContext& context, const EngineOptions& options, const EngineS
     // The end point is kept inside the image, as the line tool does.
     const int x1 = std::clamp(n[2] + target.dx, 0, target.image->Width() - 1);
     const int y1 = std::clamp(n[3] + target.dy, 0, target.image->Height() - 1);
+    session.Touches(context, n[0] + target.dx, n[1] + target.dy, x1, y1);
     session.engine.Segment(n[0] + target.dx, n[1] + target.dy, x1, y1, options.penSize, options.penShape,
                            kModeSolid);
     return session.Done(context);
@@ -146,6 +162,7 @@ int RunBrush(CommandContext& context, const EngineOptions& options, const Engine
     engine.SetGrain(128, 2);
     engine.SetSpeckle(128, 32, 2);
     const auto points = Shifted(step, session.target);
+    session.TouchesPoints(context, points);
     engine.Dab(points[0][0], points[0][1], options.penSize, options.penShape, mode);
     for (std::size_t i = 1; i < points.size(); ++i) {
         engine.Segment(points[i - 1][0], points[i - 1][1], points[i][0], points[i][1], options.penSize,
@@ -166,6 +183,7 @@ int RunTablet(CommandContext& context, const EngineOptions& options, const Engin
     const auto reference = DuplicateImage(session.target.image);
     session.engine.SetReferenceImage(reference.get());
     const auto points = Shifted(step, session.target);
+    session.TouchesPoints(context, points);
     for (std::size_t i = 0; i < points.size(); ++i) {
         const auto& from = points[i == 0 ? 0 : i - 1];
         PaintArtisticSegment(session.engine, kind, from[0], from[1], points[i][0], points[i][1],

@@ -1,5 +1,7 @@
 #include "script/EngineOperations.h"
 
+#include "image/CUndoHistory.h"
+
 #include "image/CBriselDoc.h"
 #include "paint/BrushEngine.h"
 #include "script/EngineOperationHandlers.h"
@@ -268,5 +270,6 @@ int RunEngineStep(CommandContext& context, const EngineOptions& options, const E
     if (step.operation == nullptr || context.doc.GetPicture() == nullptr) {
         return 0;
     }
+    context.undo.BeginCommand(context.doc, step.operation->name);
     return step.operation->run(context, options, step);
 }

@@ -1,6 +1,6 @@
 #include "script/OpsScript.h"
 
-#include "image/CUndoRecord.h"
+#include "image/CUndoHistory.h"
 #include "ops/OpsCommandTable.h"
 #include "platform/StringTable.h"
 
@@ -99,6 +99,7 @@ int OpsScript::Run(CommandContext& ctx) const {
     for (std::size_t i = 0; i < m_steps.size(); ++i) {
         const Step& step = m_steps[i];
         bool done;
+        ctx.undo.BeginCommand(ctx.doc, step.command != nullptr ? step.command->label : step.redo ? "Redo" : "Undo");
         if (step.command == nullptr) {
             done = step.redo ? ctx.undo.Redo(ctx.doc) : ctx.undo.Undo(ctx.doc);
         } else {

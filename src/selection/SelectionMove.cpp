@@ -1,7 +1,7 @@
 #include "selection/SelectionMove.h"
 
 #include "image/CBriselDoc.h"
-#include "image/CUndoRecord.h"
+#include "image/CUndoHistory.h"
 #include "image/CommandContext.h"
 #include "platform/HeapBlock.h"
 #include "platform/MessagePresenter.h"

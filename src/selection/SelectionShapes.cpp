@@ -1,7 +1,7 @@
 #include "selection/SelectionShapes.h"
 
 #include "image/CBriselDoc.h"
-#include "image/CUndoRecord.h"
+#include "image/CUndoHistory.h"
 #include "image/CommandContext.h"
 #include "paint/BrushEngine.h"
 #include "paint/ShapeDrawing.h"

@@ -8,7 +8,7 @@
 class CDisplayRenderer;
 
 // What the main window offers the view and the tools: the editing context
-// (document, undo record, colours), the shared display renderer, and a place
+// (document, undo history, colours), the shared display renderer, and a place
 // to show the zoom in the caption.
 class ViewHost {
 public:

@@ -100,7 +100,7 @@ TEST_F(ClipboardCommandsTest, CutThenPasteGivesTheSamePixelsAndMaskAndExitAsksAb
             EXPECT_EQ(doc().GetFloatMask()->GetBit(x, y), x == 0 && y == 0 ? 0 : 1);
         }
     }
-    EXPECT_EQ(frame->UndoRecord().Kind(), 5);
+    EXPECT_EQ(frame->UndoHistory().Kind(), 5);
     EXPECT_TRUE(frame->View()->State().outlineTimerOn);
 
     presenter->Answer(MessageAnswer::Yes); // keep the data for other programs

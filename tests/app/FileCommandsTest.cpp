@@ -80,7 +80,7 @@ TEST_F(FileCommandsTest, OpenSaveRevertAndSaveAsFlows) {
     ASSERT_EQ(app.Document().GetPicture()->Width(), 40);
 
     // Paint, then Revert brings the file's pixels back and forgets the undo step.
-    frame->UndoRecord().Record(app.Document(), 1);
+    frame->UndoHistory().Record(app.Document(), 1);
     app.Document().GetPicture()->SetPixel(1, 1, 0);
     app.Document().SetModifiedFlag(true);
     EXPECT_TRUE(Enabled(cmd::kSave));

@@ -152,7 +152,7 @@ TEST_F(MainFrameTest, EnablingRulesFollowTheDocument) {
     EXPECT_TRUE(Enabled(cmd::kImageInformation));
 
     CBriselDoc& doc = app.Document();
-    ASSERT_EQ(frame->UndoRecord().Record(doc, 1), 1);
+    ASSERT_EQ(frame->UndoHistory().Record(doc, 1), 1);
     doc.GetPicture()->SetPixel(0, 0, 0);
     EXPECT_TRUE(Enabled(cmd::kUndo));
     EXPECT_FALSE(Enabled(cmd::kRedo));

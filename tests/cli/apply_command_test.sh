@@ -21,6 +21,15 @@ expect_rc 0 "invert" "$CLI" apply in.bmp inv.bmp invert
 [ "$(describe inv.bmp)" = "20 10 255 30 55" ] || fail "invert top-left: $(describe inv.bmp)"
 expect_rc 0 "invert then undo" "$CLI" apply in.bmp undone.bmp invert undo
 [ "$(describe undone.bmp)" = "20 10 0 225 200" ] || fail "undo: $(describe undone.bmp)"
+# The history: three changes taken back one by one give the input again;
+# redo walks forward, a new change cuts what was undone, and undo stops at the start.
+expect_rc 0 "three strokes undone" "$CLI" apply in.bmp back.bmp 'pen=1,1;18,1' invert 'pen=1,8;18,8' undo undo undo
+cmp -s <(tail -c 600 in.bmp) <(tail -c 600 back.bmp) || fail "three undos: the input's pixels"
+expect_rc 0 "undo, redo, undo again" "$CLI" apply in.bmp walk.bmp 'pen=0,0;5,0' invert undo undo redo redo undo
+expect_rc 0 "the pen alone" "$CLI" apply in.bmp penned.bmp 'pen=0,0;5,0'
+cmp -s <(tail -c 600 walk.bmp) <(tail -c 600 penned.bmp) || fail "undo redo walk ends after the pen"
+expect_rc 1 "a new change cuts the redo steps" "$CLI" apply in.bmp bad.bmp invert undo gray redo
+expect_rc 1 "nothing more to undo" "$CLI" apply in.bmp bad.bmp invert undo undo
 expect_rc 0 "rotate and rescale sizes" "$CLI" apply in.bmp turned.bmp rotate-left rescale=5,40
 [ "$(describe turned.bmp | cut -d' ' -f1-2)" = "5 40" ] || fail "sizes: $(describe turned.bmp)"
 expect_rc 0 "level to the foreground" "$CLI" apply in.bmp fore.bmp --foreground 102030 gray level-fore

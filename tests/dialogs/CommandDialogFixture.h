@@ -3,7 +3,7 @@
 #include "dialogs/CommandDialog.h"
 #include "dialogs/CommandDialogs.h"
 #include "image/CBriselDoc.h"
-#include "image/CUndoRecord.h"
+#include "image/CUndoHistory.h"
 #include "image/DibHelpers.h"
 #include "ops/OpsCommandTable.h"
 #include "support/ImageFixtures.h"
@@ -70,10 +70,10 @@ protected:
 
     ScriptedPresenter presenter;
     CBriselDoc doc;
-    CUndoRecord undo;
+    CUndoHistory undo;
     CommandContext ctx{doc, undo, 0x00204080, 0x00F0E0D0};
     CBriselDoc twin;
-    CUndoRecord twinUndo;
+    CUndoHistory twinUndo;
     CommandContext twinCtx{twin, twinUndo, 0x00204080, 0x00F0E0D0};
     std::unique_ptr<CDibImage> original;
 };

@@ -20,7 +20,7 @@
 #include "dialogs/PenShapeDialog.h"
 #include "dialogs/ShapeOptionsDialog.h"
 #include "image/CBriselDoc.h"
-#include "image/CUndoRecord.h"
+#include "image/CUndoHistory.h"
 #include "ops/AdjustPreview.h"
 #include "support/ImageFixtures.h"
 
@@ -88,7 +88,7 @@ protected:
     }
 
     CBriselDoc doc;
-    CUndoRecord undo;
+    CUndoHistory undo;
     CommandContext ctx{doc, undo, 0x00204080, 0x00F0E0D0};
 };
 

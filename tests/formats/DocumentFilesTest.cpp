@@ -5,7 +5,7 @@
 #include "formats/PictureLoader.h"
 #include "formats/PictureSaver.h"
 #include "image/CBriselDoc.h"
-#include "image/CUndoRecord.h"
+#include "image/CUndoHistory.h"
 #include "image/DibHelpers.h"
 #include "platform/HeapBlock.h"
 #include "platform/ScreenMetrics.h"
@@ -46,7 +46,7 @@ protected:
     TempFolder dir;
     ScriptedPresenter presenter;
     CBriselDoc doc;
-    CUndoRecord undo;
+    CUndoHistory undo;
     CDocumentFiles files{doc, undo, LoadLimitSize{10, 10}};
     std::optional<std::string> dialogAnswer;
     std::vector<std::string> dialogCalls;

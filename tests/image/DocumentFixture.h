@@ -1,7 +1,7 @@
 #pragma once
 
 #include "image/CBriselDoc.h"
-#include "image/CUndoRecord.h"
+#include "image/CUndoHistory.h"
 #include "image/DibHelpers.h"
 #include "support/ImageFixtures.h"
 #include "support/ScriptedPresenter.h"
@@ -9,7 +9,7 @@
 #include <gtest/gtest.h>
 
 // A document holding a 20 x 10 picture in which every pixel differs, with an
-// empty selection mask and an undo record.
+// empty selection mask and an undo history.
 class DocumentTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -29,6 +29,6 @@ protected:
 
     ScriptedPresenter presenter;
     CBriselDoc doc;
-    CUndoRecord undo;
+    CUndoHistory undo;
     std::unique_ptr<CDibImage> original;
 };

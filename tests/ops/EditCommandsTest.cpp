@@ -140,7 +140,7 @@ TEST_F(EditCommandsTest, PutDiscardAndMoveFloating) {
 
     ASSERT_EQ(Run(kDiscard), 1);
     EXPECT_EQ(doc.GetFloatMask(), nullptr);
-    EXPECT_EQ(undo.SavedFloatImage()->GetPixel(0, 0), 0x111111u);
+    EXPECT_EQ(undo.NewestStep()->SavedFloatImage()->GetPixel(0, 0), 0x111111u);
 }
 
 TEST_F(EditCommandsTest, ClipboardPayloadRoundTripAndRefusal) {

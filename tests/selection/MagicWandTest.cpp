@@ -1,6 +1,6 @@
 #include "selection/MagicWand.h"
 #include "image/CBriselDoc.h"
-#include "image/CUndoRecord.h"
+#include "image/CUndoHistory.h"
 #include "image/CommandContext.h"
 #include "image/DibHelpers.h"
 #include "support/ImageFixtures.h"
@@ -42,7 +42,7 @@ protected:
 
     ScriptedPresenter presenter;
     CBriselDoc doc;
-    CUndoRecord undo;
+    CUndoHistory undo;
     CommandContext context{doc, undo};
 };
 

@@ -1,5 +1,5 @@
 #include "image/CBriselDoc.h"
-#include "image/CUndoRecord.h"
+#include "image/CUndoHistory.h"
 #include "support/ImageFixtures.h"
 #include "view/CBriselView.h"
 #include "view/CDisplayRenderer.h"
@@ -31,7 +31,7 @@ public:
     int CurrentToolId() const override { return 33000; }
 
     CBriselDoc doc;
-    CUndoRecord undo;
+    CUndoHistory undo;
     CDisplayRenderer renderer;
     std::string suffix;
 };

@@ -1,6 +1,6 @@
 #include "tools/paint/AToolPaintDrag.h"
 
-#include "image/CUndoRecord.h"
+#include "image/CUndoHistory.h"
 #include "tools/paint/AToolPaintCursor.h"
 #include "tools/paint/AToolPaintTarget.h"
 #include "paint/BrushEngine.h"
@@ -10,10 +10,6 @@
 #include <QApplication>
 #include <QPainter>
 #include <algorithm>
-
-namespace {
-constexpr int kUndoImage = 1;
-} // namespace
 
 void AToolPaintDrag::Beep() {
     QApplication::beep();
@@ -136,7 +132,15 @@ void AToolPaintDrag::InvalidateBand() {
 bool AToolPaintDrag::BeginEdit(BrushEngine*& engine) {
     CBriselDoc* doc = Document();
     const CommandContext context = Host()->EditingContext();
-    if (!context.undo.RecordWithWarning(*doc, kUndoImage)) {
+    if (!context.undo.RecordRegionWithWarning(*doc)) {
+        return false;
+    }
+    // The shape stays inside the band's area grown by the pen's reach; that
+    // is what the undo step has to keep.
+    const ImageRect area = BandArea();
+    const int reach = (m_penSize + 1) / 2 + 1;
+    if (!context.undo.SaveRegion(*doc, area.left - reach, area.top - reach, area.right + reach,
+                                 area.bottom + reach)) {
         return false;
     }
     engine = &Host()->Brush();

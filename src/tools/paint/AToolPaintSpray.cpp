@@ -58,6 +58,10 @@ void AToolPaintSpray::OnSprayTick() {
         return;
     }
     const QPoint at = LastSample();
+    if (!SaveBeforePainting(at.x(), at.y(), at.x(), at.y())) {
+        m_timer.stop();
+        return;
+    }
     if (PrepareMask(engine, CurrentSize())) {
         engine.SprayAt(at.x(), at.y());
         InvalidateAround(at.x(), at.y(), at.x(), at.y());

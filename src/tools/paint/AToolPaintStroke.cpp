@@ -1,7 +1,7 @@
 #include "tools/paint/AToolPaintStroke.h"
 
 #include "image/CBriselDoc.h"
-#include "image/CUndoRecord.h"
+#include "image/CUndoHistory.h"
 #include "tools/paint/AToolPaintCursor.h"
 #include "tools/paint/AToolPaintTarget.h"
 #include "paint/BrushEngine.h"
@@ -12,10 +12,6 @@
 #include <QApplication>
 #include <algorithm>
 #include <cmath>
-
-namespace {
-constexpr int kUndoImage = 1;
-} // namespace
 
 int AToolPaintStroke::PressureSize(int penSize, double pressure) {
     const int quarter = std::max(1, penSize / 4);
@@ -82,17 +78,22 @@ void AToolPaintStroke::OnPenDown(const PenEvent& pen) {
     if (!BeginStroke(engine)) {
         return;
     }
-    if (!context.undo.RecordWithWarning(*doc, kUndoImage) && !PaintsWithoutUndo()) {
+    m_recording = context.undo.RecordRegionWithWarning(*doc) != 0;
+    if (!m_recording && !PaintsWithoutUndo()) {
         EndStroke();
         return;
     }
     m_drawing = true;
+    m_stopped = false;
     m_target = Target();
     m_fromTablet = pen.fromTablet;
     m_pressure = StartPressure(m_penSize, !m_fromTablet && UsesPressure() && host->PenPressureSimulation());
     m_currentSize = m_fromTablet ? PressureSize(m_penSize, pen.pressure) : m_penSize;
     m_targetOrigin = painttarget::Origin(doc);
     PrepareShape(m_currentSize);
+    if (!SaveBeforePainting(point.x(), point.y(), point.x(), point.y())) {
+        return;
+    }
     PaintDab(engine, point.x(), point.y(), m_currentSize);
     m_last = point;
     InvalidateAround(point.x(), point.y(), point.x(), point.y());
@@ -102,7 +103,7 @@ void AToolPaintStroke::OnPenMove(const PenEvent& pen) {
     if (!m_drawing) {
         return;
     }
-    if (m_target != Target()) {
+    if (m_stopped || m_target != Target()) {
         return;
     }
     const QPoint to = ScreenToImage(pen.point) - m_targetOrigin;
@@ -115,6 +116,10 @@ void AToolPaintStroke::OnPenMove(const PenEvent& pen) {
 void AToolPaintStroke::PaintMove(QPoint to, const PenEvent& pen) {
     BrushEngine& engine = Engine();
     const QPoint from = m_last;
+    if (!SaveBeforePainting(std::min(from.x(), to.x()), std::min(from.y(), to.y()), std::max(from.x(), to.x()),
+                            std::max(from.y(), to.y()))) {
+        return;
+    }
     auto paint = [this, &engine](int x1, int y1, int x2, int y2, int size) {
         m_currentSize = size;
         PrepareShape(size);
@@ -155,8 +160,30 @@ void AToolPaintStroke::ToolDeactivate() {
     paintcursor::Clear(*this);
 }
 
+int AToolPaintStroke::Reach() const {
+    return (m_penSize + 1) / 2 + 1 + ExtraReach();
+}
+
+bool AToolPaintStroke::SaveBeforePainting(int left, int top, int right, int bottom) {
+    if (!m_recording) {
+        return true;
+    }
+    const int reach = Reach();
+    CBriselDoc* doc = Document();
+    ViewHost* host = Host();
+    if (doc != nullptr && host != nullptr &&
+        host->EditingContext().undo.SaveRegion(*doc, left - reach, top - reach, right + reach, bottom + reach)) {
+        return true;
+    }
+    // The stroke's undo step was closed by a command (or memory ran out):
+    // painting on would change the picture behind the history's back.
+    m_recording = false;
+    m_stopped = true;
+    return false;
+}
+
 void AToolPaintStroke::InvalidateAround(int left, int top, int right, int bottom) {
-    const int reach = (m_penSize + 1) / 2 + 1 + ExtraReach();
+    const int reach = Reach();
     InvalidateImageRect(left - reach + m_targetOrigin.x(), top - reach + m_targetOrigin.y(),
                         right + reach + m_targetOrigin.x(), bottom + reach + m_targetOrigin.y());
 }

@@ -17,8 +17,11 @@ class CDibImage;
 // floats, else the picture):
 //   1. the engine (the host's one BrushEngine) gets the target, the current
 //      foreground and background colours, and the subclass's BeginStroke();
-//   2. one undo step (kind 1) is taken; when it cannot be, message 32 is shown
-//      and the stroke does not start (unless PaintsWithoutUndo());
+//   2. one undo step (kind 1) is opened; when it cannot be, message 32 is shown
+//      and the stroke does not start (unless PaintsWithoutUndo()). The step
+//      saves the pixels around each dab and segment (the pen's reach) just
+//      before they are painted; when it can no longer (a command closed it,
+//      or memory ran out) the stroke stops painting;
 //   3. PaintDab() at the point; the pen width comes from the pressure state.
 // Each pen-move calls PaintSegment() from the last sample to the new one,
 // possibly several times (simulated pressure thins a fast stroke); only the
@@ -83,13 +86,20 @@ protected:
     bool InsideTarget(QPoint point) const;
     // Repaints target pixels left..right, top..bottom grown by the pen's reach.
     void InvalidateAround(int left, int top, int right, int bottom);
+    // Before painting outside PaintDab/PaintSegment (a timer's spray): lets
+    // the undo step save target pixels left..right, top..bottom grown by the
+    // pen's reach. False when the stroke must not paint any more.
+    bool SaveBeforePainting(int left, int top, int right, int bottom);
     // Builds the oval table for `size` when the pen is oval.
     void PrepareShape(int size);
 
 private:
     void PaintMove(QPoint to, const PenEvent& pen);
+    int Reach() const;
 
     bool m_drawing = false;
+    bool m_recording = false; // the stroke's undo step is open
+    bool m_stopped = false;   // painting stopped before pen-up
     bool m_fromTablet = false;
     int m_penSize = 1;
     int m_penShape = 1;

@@ -1,7 +1,7 @@
 #include "tools/select/AToolSelectBox.h"
 
 #include "image/CBriselDoc.h"
-#include "image/CUndoRecord.h"
+#include "image/CUndoHistory.h"
 #include "paint/ShapeDrawing.h"
 #include "selection/SelectionShapes.h"
 #include "view/CViewWindow.h"

@@ -1,7 +1,7 @@
 #include "tools/select/AToolSelectPen.h"
 
 #include "image/CBriselDoc.h"
-#include "image/CUndoRecord.h"
+#include "image/CUndoHistory.h"
 #include "view/CViewWindow.h"
 #include "view/ViewHost.h"
 

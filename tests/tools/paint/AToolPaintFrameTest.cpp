@@ -1,11 +1,16 @@
 #include "app/AppTestSupport.h"
 #include "app/CBriselApp.h"
 #include "app/CMainFrame.h"
+#include "app/CommandIds.h"
+#include "app/CommandRouter.h"
 #include "app/ToolPalette.h"
 #include "image/CBriselDoc.h"
+#include "image/DibHelpers.h"
+#include "support/ImageFixtures.h"
 #include "view/CBriselView.h"
 #include "view/CViewWindow.h"
 
+#include <QAction>
 #include <QTest>
 #include <QToolButton>
 #include <gtest/gtest.h>
@@ -42,6 +47,39 @@ TEST_F(AToolPaintFrameTest, PenPaintsWithTheFramesPenAndColoursAndUndoes) {
     EXPECT_TRUE(app.Document().IsModified());
     frame->OnUndo();
     EXPECT_EQ(Pixel(40, 30), paper);
+}
+
+TEST_F(AToolPaintFrameTest, ThreeStrokesAndThreeCtrlZGiveTheOriginalBackAndTheMenuNamesTheStep) {
+    frame->OnToolCommand(33009);
+    const auto original = DuplicateImage(app.Document().GetPicture());
+    for (int y : {10, 25, 40}) {
+        QTest::mousePress(Port(), Qt::LeftButton, {}, At(10, y));
+        QTest::mouseMove(Port(), At(70, y + 5));
+        QTest::mouseRelease(Port(), Qt::LeftButton, {}, At(70, y + 5));
+    }
+    const auto painted = DuplicateImage(app.Document().GetPicture());
+    CommandRouter& router = frame->Router();
+    router.UpdateAll();
+    EXPECT_EQ(router.Action(cmd::kUndo)->text(), "&Undo Pen");
+    for (int i = 0; i < 3; ++i) {
+        QTest::keyClick(frame, Qt::Key_Z, Qt::ControlModifier);
+    }
+    EXPECT_TRUE(SamePixels(*app.Document().GetPicture(), *original));
+    EXPECT_FALSE(app.Document().IsModified()) << "back to the picture as it was made";
+    EXPECT_FALSE(router.Action(cmd::kUndo)->isEnabled());
+    EXPECT_EQ(router.Action(cmd::kRedo)->text(), "&Redo Pen");
+
+    QTest::keyClick(frame, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    QTest::keyClick(frame, Qt::Key_Y, Qt::ControlModifier);
+    QTest::keyClick(frame, Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_TRUE(SamePixels(*app.Document().GetPicture(), *painted));
+    EXPECT_TRUE(app.Document().IsModified());
+
+    ASSERT_TRUE(router.Execute(32799));
+    EXPECT_EQ(router.Action(cmd::kUndo)->text(), "&Undo Rotate Right");
+    ASSERT_TRUE(router.Execute(cmd::kUndo));
+    EXPECT_EQ(router.Action(cmd::kRedo)->text(), "&Redo Rotate Right");
+    EXPECT_EQ(router.Action(cmd::kUndo)->text(), "&Undo Pen");
 }
 
 TEST_F(AToolPaintFrameTest, PickerFillsTheCurrentColourButton) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "image/CBriselDoc.h"
-#include "image/CUndoRecord.h"
+#include "image/CUndoHistory.h"
 #include "image/DibHelpers.h"
 #include "support/ImageFixtures.h"
 #include "view/CBriselView.h"
@@ -32,7 +32,7 @@ public:
     int CurrentColorSlot() const override { return colorSlot; }
 
     CBriselDoc doc;
-    CUndoRecord undo;
+    CUndoHistory undo;
     CDisplayRenderer renderer;
     ColorWord foreground = 0x000000FF; // red
     ColorWord background = 0x00FFFFFF;

@@ -122,7 +122,7 @@ TEST_F(AToolSelectPenTest, StrokesPaintTheSelectionWithThePalettesPen) {
     EXPECT_LE(band.left, 10);
     EXPECT_GE(band.right, 31);
     EXPECT_TRUE(Selected(20, 10));
-    EXPECT_EQ(frame->UndoRecord().Kind(), 5);
+    EXPECT_EQ(frame->UndoHistory().Kind(), 5);
 
     // Ctrl wipes a part out again; Shift adds a second stroke.
     Stroke({20, 5}, {20, 15}, Qt::ControlModifier);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "image/CBriselDoc.h"
-#include "image/CUndoRecord.h"
+#include "image/CUndoHistory.h"
 #include "support/ImageFixtures.h"
 #include "view/CBriselView.h"
 #include "view/CDisplayRenderer.h"
@@ -34,7 +34,7 @@ protected:
         int CurrentToolId() const override { return 33000; }
 
         CBriselDoc doc;
-        CUndoRecord undo;
+        CUndoHistory undo;
         CDisplayRenderer renderer;
     };
 
