@@ -16,8 +16,9 @@
 #include <QTextStream>
 
 void FrameDialogs::Options(CMainFrame& frame) {
-    const OptionsValues before{frame.JpegQuality(), frame.Renderer().DisplayMode(),
-                               frame.PenPressureSimulation()};
+    const LoadLimitSize limits = LoadLimits::StartFromSettings();
+    const OptionsValues before{frame.JpegQuality(), frame.Renderer().DisplayMode(), frame.PenPressureSimulation(),
+                               limits.width, limits.height};
     OptionsDialog dialog(before, &frame);
     if (dialog.exec() != QDialog::Accepted) {
         return;

@@ -12,10 +12,12 @@ grep -qx 'width: 40' out.txt || fail "info width"
 grep -qx 'file-height: 30' out.txt || fail "info file height"
 grep -qx 'dpi: 72 72' out.txt || fail "info dpi"
 grep -qx 'reduced: 0' out.txt || fail "info reduced"
-[ "$(wc -l <out.txt)" -eq 7 ] || fail "info prints seven lines"
+grep -Eqx 'load-limits: [0-9]+ [0-9]+' out.txt || fail "info shows the limits in force"
+[ "$(wc -l <out.txt)" -eq 8 ] || fail "info prints eight lines"
 
 expect_rc 0 "info reduced" "$CLI" info in.bmp --max-size 10,10
 grep -qx 'width: 20' out.txt && grep -qx 'height: 15' out.txt && grep -qx 'reduced: 1' out.txt || fail "reduced load"
+grep -qx 'load-limits: 10 10' out.txt || fail "info shows --max-size as the limits"
 
 for ext in jpg JPEG gif png bmp; do
     expect_rc 0 "convert to $ext" "$CLI" convert in.bmp "out.$ext" --quality 90

@@ -229,18 +229,29 @@ TEST(LoadLimitsTest, TrialAllocationHalvesDownToTheFloor) {
     }
 }
 
-TEST(LoadLimitsTest, UsersMayRaiseTheStartButNotLowerIt) {
+TEST(LoadLimitsTest, TheStartComesFromTheMachineUnlessTheUserSetOne) {
+    constexpr std::uint64_t kGiB = 1ull << 30;
+    // A picture may take an eighth of the memory, as a square, at most 30000.
+    EXPECT_EQ(LoadLimits::MachineStart(24 * kGiB).width, 30000);
+    const LoadLimitSize small = LoadLimits::MachineStart(2 * kGiB);
+    EXPECT_EQ(small.width, 9459);
+    EXPECT_EQ(small.height, 9459);
+    EXPECT_EQ(LoadLimits::MachineStart(64ull << 20).width, 1672);
+    EXPECT_EQ(LoadLimits::MachineStart(1 << 20).height, 320); // the floor
+
+    LoadLimits::FakePhysicalMemory(2 * kGiB);
     auto start = LoadLimits::StartFromSettings();
-    EXPECT_EQ(start.width, 1920);
-    EXPECT_EQ(start.height, 2560);
+    EXPECT_EQ(start.width, 9459);
     platform::Settings::WriteInt("MainSection", "MaxLoadWidth", 8000);
     platform::Settings::WriteInt("MainSection", "MaxLoadHeight", 90000);
     start = LoadLimits::StartFromSettings();
     EXPECT_EQ(start.width, 8000);
     EXPECT_EQ(start.height, 30000);
     platform::Settings::WriteInt("MainSection", "MaxLoadWidth", 100);
-    EXPECT_EQ(LoadLimits::StartFromSettings().width, 1920);
-    platform::Settings::WriteInt("MainSection", "MaxLoadHeight", 2560);
+    EXPECT_EQ(LoadLimits::StartFromSettings().width, 240);
+    LoadLimits::FakePhysicalMemory(0);
+    platform::Settings::Remove("MainSection", "MaxLoadWidth");
+    platform::Settings::Remove("MainSection", "MaxLoadHeight");
 }
 
 } // namespace

@@ -1,0 +1,105 @@
+#include "formats/BmpRowDecoder.h"
+
+#include <bit>
+#include <cstring>
+
+namespace {
+constexpr int kWidestChannel = 12;
+
+std::uint32_t LoadPixel(const std::uint8_t* p, int bytes) {
+    std::uint32_t pixel = p[0] | (static_cast<std::uint32_t>(p[1]) << 8);
+    if (bytes == 4) {
+        pixel |= (static_cast<std::uint32_t>(p[2]) << 16) | (static_cast<std::uint32_t>(p[3]) << 24);
+    }
+    return pixel;
+}
+
+std::uint8_t OverWhite(std::uint8_t value, std::uint8_t alpha) {
+    return static_cast<std::uint8_t>((value * alpha + 255 * (255 - alpha) + 127) / 255);
+}
+} // namespace
+
+void BmpRowDecoder::Prepare(const BmpFormat& format, const std::uint8_t* table) {
+    m_width = format.width;
+    m_bitCount = format.bitCount;
+    m_table.fill(0);
+    for (int i = 0; i < format.tableEntries && i < 256; ++i) {
+        std::memcpy(&m_table[3 * static_cast<std::size_t>(i)], table + i * format.entryBytes, 3);
+    }
+    m_hasAlpha = format.masks[3] != 0;
+    m_plainBgrx = format.bitCount == 32 && !m_hasAlpha && format.masks[0] == 0xFF0000 &&
+                  format.masks[1] == 0xFF00 && format.masks[2] == 0xFF;
+    if (format.bitCount == 16 || format.bitCount == 32) {
+        for (int c = 0; c < 4; ++c) {
+            PrepareChannel(format.masks[c], m_channels[c]);
+        }
+    }
+}
+
+void BmpRowDecoder::PrepareChannel(std::uint32_t mask, Channel& channel) const {
+    if (mask == 0) {
+        channel = Channel{0, 0, std::vector<std::uint8_t>(1, 0)};
+        return;
+    }
+    channel.shift = std::countr_zero(mask);
+    const int bits = 32 - std::countl_zero(mask) - channel.shift;
+    channel.dropBits = bits > kWidestChannel ? bits - kWidestChannel : 0;
+    const int kept = bits - channel.dropBits;
+    const std::uint32_t most = (1u << kept) - 1;
+    channel.to8.resize(std::size_t{1} << kept);
+    for (std::uint32_t v = 0; v <= most; ++v) {
+        channel.to8[v] = static_cast<std::uint8_t>(most == 0 ? 255 : (v * 255 + most / 2) / most);
+    }
+}
+
+void BmpRowDecoder::ExpandRow(const std::uint8_t* stored, std::uint8_t* dst) const {
+    if (m_bitCount == 24) {
+        std::memcpy(dst, stored, static_cast<std::size_t>(m_width) * 3);
+    } else if (m_bitCount <= 8) {
+        ExpandPalette(stored, dst);
+    } else if (m_plainBgrx) {
+        for (int x = 0; x < m_width; ++x, stored += 4, dst += 3) {
+            dst[0] = stored[0];
+            dst[1] = stored[1];
+            dst[2] = stored[2];
+        }
+    } else {
+        ExpandFields(stored, dst);
+    }
+}
+
+void BmpRowDecoder::ExpandPalette(const std::uint8_t* stored, std::uint8_t* dst) const {
+    if (m_bitCount == 8) {
+        ExpandIndices(stored, dst);
+        return;
+    }
+    const int perByte = 8 / m_bitCount;
+    const int mask = (1 << m_bitCount) - 1;
+    for (int x = 0; x < m_width; ++x, dst += 3) {
+        const int shift = 8 - m_bitCount * (x % perByte + 1);
+        const int index = (stored[x / perByte] >> shift) & mask;
+        std::memcpy(dst, &m_table[3 * static_cast<std::size_t>(index)], 3);
+    }
+}
+
+void BmpRowDecoder::ExpandIndices(const std::uint8_t* indices, std::uint8_t* dst) const {
+    for (int x = 0; x < m_width; ++x, dst += 3) {
+        std::memcpy(dst, &m_table[3 * static_cast<std::size_t>(indices[x])], 3);
+    }
+}
+
+void BmpRowDecoder::ExpandFields(const std::uint8_t* stored, std::uint8_t* dst) const {
+    const int bytes = m_bitCount / 8;
+    for (int x = 0; x < m_width; ++x, stored += bytes, dst += 3) {
+        const std::uint32_t pixel = LoadPixel(stored, bytes);
+        dst[0] = Scale(m_channels[2], pixel);
+        dst[1] = Scale(m_channels[1], pixel);
+        dst[2] = Scale(m_channels[0], pixel);
+        if (m_hasAlpha) {
+            const std::uint8_t alpha = Scale(m_channels[3], pixel);
+            for (int c = 0; c < 3; ++c) {
+                dst[c] = OverWhite(dst[c], alpha);
+            }
+        }
+    }
+}
