@@ -44,7 +44,7 @@ int LoadBmpPicture(const std::string& path, const LoadLimitSize& limits, CDibIma
     CBmpReader reader;
     BmpFormat format;
     if (!reader.Open(path, format)) {
-        return kFileFailed;
+        return reader.OutOfMemory() ? kFileOutOfMemory : kFileFailed;
     }
     if (reader.IsRunLength() && !decode_budget::IsPlausible(static_cast<std::uint64_t>(format.width),
                                                             static_cast<std::uint64_t>(format.height),

@@ -31,6 +31,8 @@ public:
     // Bytes read so far.
     std::uint64_t Position() const { return m_bufferStart + m_next; }
     std::uint64_t Size() const { return m_file.Size(); }
+    // False when Open could not get the buffer.
+    bool HasBuffer() const { return static_cast<bool>(m_buffer); }
 
 private:
     bool Refill();

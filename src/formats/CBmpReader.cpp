@@ -5,7 +5,12 @@
 int CBmpReader::Open(const std::string& path, BmpFormat& format) {
     Close();
     m_format = BmpFormat{};
-    if (!m_input.Open(path) || !ReadBmpFormat(m_input, m_format) || !PrepareRows()) {
+    m_outOfMemory = false;
+    if (!m_input.Open(path)) {
+        m_outOfMemory = !m_input.HasBuffer();
+        return 0;
+    }
+    if (!ReadBmpFormat(m_input, m_format) || !PrepareRows()) {
         Close();
         return 0;
     }
@@ -26,8 +31,9 @@ bool CBmpReader::PrepareRows() {
     const auto height = static_cast<std::uint64_t>(m_format.height);
     if (IsRunLength()) {
         m_row = platform::HeapBlock::Allocate(width);
-        return m_row && m_rle.Start(m_input, m_format.width, m_format.height,
-                                    m_format.coding == BmpFormat::Coding::kRle4);
+        m_outOfMemory = !m_row || !m_rle.Start(m_input, m_format.width, m_format.height,
+                                               m_format.coding == BmpFormat::Coding::kRle4);
+        return !m_outOfMemory;
     }
     m_rowSize = (width * static_cast<std::uint64_t>(m_format.bitCount) + 31) / 32 * 4;
     // Every row must be there; the last one may lack its padding.
@@ -37,7 +43,8 @@ bool CBmpReader::PrepareRows() {
         return false;
     }
     m_row = platform::HeapBlock::Allocate(m_rowSize);
-    return static_cast<bool>(m_row);
+    m_outOfMemory = !m_row;
+    return !m_outOfMemory;
 }
 
 int CBmpReader::ReadRow(std::uint8_t* dst) {

@@ -20,8 +20,10 @@
 class CBmpReader {
 public:
     // Reads the headers and the colour table and moves to the pixels; 1 on
-    // success, 0 for anything unreadable.
+    // success, 0 for anything unreadable (OutOfMemory() tells when a buffer
+    // could not be had).
     int Open(const std::string& path, BmpFormat& format);
+    bool OutOfMemory() const { return m_outOfMemory; }
     // Reads the next stored row into `dst` (at least width x 3 bytes). 0 on
     // a read error.
     int ReadRow(std::uint8_t* dst);
@@ -39,4 +41,5 @@ private:
     BmpRleDecoder m_rle;
     std::uint64_t m_rowSize = 0;
     platform::HeapBlock m_row;
+    bool m_outOfMemory = false;
 };

@@ -42,9 +42,11 @@ int LoadJpegPicture(const std::string& path, const LoadLimitSize& limits, std::u
     const int orientation = reader.Orientation();
     if (!CreatePicture(*stored, StoredBox(limits, orientation), width, height)) {
         reader.Close();
-        const LoadLimitSize halved{limits.width / 2, limits.height / 2};
-        if (!reader.Open(path, halved.width, halved.height, fileWidth, fileHeight, width, height) ||
-            !CreatePicture(*stored, StoredBox(halved, orientation), width, height)) {
+        // Half the size the rows had, in the file's orientation.
+        const LoadLimitSize halved{width / 2, height / 2};
+        const LoadLimitSize upright = StoredBox(halved, orientation);
+        if (!reader.Open(path, upright.width, upright.height, fileWidth, fileHeight, width, height) ||
+            !CreatePicture(*stored, halved, width, height)) {
             return kFileFailed;
         }
     }
