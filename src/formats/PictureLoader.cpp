@@ -10,6 +10,10 @@
 #include "image/CDibImage.h"
 #include "platform/WaitCursor.h"
 
+#include <QImageReader>
+
+#include <algorithm>
+
 namespace {
 using Loader = int (*)(const std::string& path, const LoadLimitSize& limits, std::unique_ptr<CDibImage>& picture,
                        int& fileWidth, int& fileHeight);
@@ -78,4 +82,15 @@ int LoadPicture(const std::string& path, const LoadLimitSize& limits, std::uniqu
         picture = std::move(loaded);
     }
     return result;
+}
+
+std::vector<std::string> ReadableExtensions() {
+    std::vector<std::string> extensions = {"bmp", "jpg", "jpeg", "gif", "png"};
+    for (const QByteArray& format : QImageReader::supportedImageFormats()) {
+        const std::string name = format.toLower().toStdString();
+        if (std::find(extensions.begin(), extensions.end(), name) == extensions.end()) {
+            extensions.push_back(name);
+        }
+    }
+    return extensions;
 }

@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 class CDibImage;
 
@@ -21,5 +22,10 @@ struct PictureFileInfo {
 // image readers (within the limits). Returns kFileOk, kFileFailed (missing, unreadable,
 // corrupt or unknown file) or kFileOutOfMemory; `picture` is set only on
 // success.
+// The file name extensions of every format LoadPicture reads (our own BMP
+// and JPEG readers, and whatever Qt's installed image plugins read), in
+// lower case without the dot, each once; for the Open dialog's filter.
+std::vector<std::string> ReadableExtensions();
+
 int LoadPicture(const std::string& path, const LoadLimitSize& limits, std::unique_ptr<CDibImage>& picture,
                 PictureFileInfo* info = nullptr);

@@ -41,6 +41,19 @@ mkdir taken.bmp
 expect_rc 1 "output is a folder" "$CLI" convert in.bmp taken.bmp
 [ -d taken.bmp ] && [ ! -e taken.bmp.xxx ] || fail "folder output"
 
+# Unknown output types are refused before anything is read, listing the types.
+for out in q.tif q.xyz noextension; do
+    expect_rc 2 "unknown type $out" "$CLI" convert in.bmp "$out"
+    grep -q '\.bmp, \.gif, \.jpg, \.jpeg, \.png' err.txt || fail "types listed for $out"
+    [ ! -e "$out" ] || fail "$out written"
+done
+expect_rc 2 "apply to an unknown type" "$CLI" apply in.bmp q.tif gray
+# The system's reason for a failed write.
+ln -s /dev/null device.bmp
+expect_rc 1 "write onto a device" "$CLI" convert in.bmp device.bmp
+grep -q 'It is not a regular file' err.txt || fail "reason for a device"
+[ -L device.bmp ] || fail "link to a device kept"
+
 # Usage errors: exit 2 and nothing written.
 expect_rc 2 "no arguments" "$CLI" convert
 expect_rc 2 "one path" "$CLI" convert in.bmp
