@@ -45,9 +45,15 @@ bool BmpRleDecoder::DecodeUntilRowEnds() {
         if (count < 0 || value < 0) {
             return false;
         }
+        if (count > 0 && !m_fourBits) {
+            const int inRow = std::min(count, m_width - m_x);
+            std::memset(m_row.data() + m_x, value, static_cast<std::size_t>(inRow));
+            m_x += inRow;
+            continue;
+        }
         if (count > 0) {
             for (int i = 0; i < count; ++i) {
-                Put(m_fourBits ? (i % 2 == 0 ? value >> 4 : value & 0x0F) : value);
+                Put(i % 2 == 0 ? value >> 4 : value & 0x0F);
             }
             continue;
         }

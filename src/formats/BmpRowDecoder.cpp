@@ -34,6 +34,20 @@ void BmpRowDecoder::Prepare(const BmpFormat& format, const std::uint8_t* table) 
             PrepareChannel(format.masks[c], m_channels[c]);
         }
     }
+    m_sixteen.clear();
+    if (format.bitCount == 16) {
+        PrepareSixteen();
+    }
+}
+
+// Every 16-bit pixel decoded once, so that a row costs one lookup per pixel.
+void BmpRowDecoder::PrepareSixteen() {
+    m_sixteen.resize(3 * 65536);
+    std::uint8_t* out = m_sixteen.data();
+    for (std::uint32_t pixel = 0; pixel < 65536; ++pixel, out += 3) {
+        std::uint8_t stored[2] = {static_cast<std::uint8_t>(pixel), static_cast<std::uint8_t>(pixel >> 8)};
+        ExpandFieldPixel(stored, out);
+    }
 }
 
 void BmpRowDecoder::PrepareChannel(std::uint32_t mask, Channel& channel) const {
@@ -57,6 +71,8 @@ void BmpRowDecoder::ExpandRow(const std::uint8_t* stored, std::uint8_t* dst) con
         std::memcpy(dst, stored, static_cast<std::size_t>(m_width) * 3);
     } else if (m_bitCount <= 8) {
         ExpandPalette(stored, dst);
+    } else if (m_bitCount == 16) {
+        ExpandSixteen(stored, dst);
     } else if (m_plainBgrx) {
         for (int x = 0; x < m_width; ++x, stored += 4, dst += 3) {
             dst[0] = stored[0];
@@ -88,18 +104,51 @@ void BmpRowDecoder::ExpandIndices(const std::uint8_t* indices, std::uint8_t* dst
     }
 }
 
-void BmpRowDecoder::ExpandFields(const std::uint8_t* stored, std::uint8_t* dst) const {
-    const int bytes = m_bitCount / 8;
-    for (int x = 0; x < m_width; ++x, stored += bytes, dst += 3) {
-        const std::uint32_t pixel = LoadPixel(stored, bytes);
-        dst[0] = Scale(m_channels[2], pixel);
-        dst[1] = Scale(m_channels[1], pixel);
-        dst[2] = Scale(m_channels[0], pixel);
-        if (m_hasAlpha) {
-            const std::uint8_t alpha = Scale(m_channels[3], pixel);
-            for (int c = 0; c < 3; ++c) {
-                dst[c] = OverWhite(dst[c], alpha);
-            }
+void BmpRowDecoder::ExpandFieldPixel(const std::uint8_t* stored, std::uint8_t* dst) const {
+    const std::uint32_t pixel = LoadPixel(stored, m_bitCount / 8);
+    dst[0] = Scale(m_channels[2], pixel);
+    dst[1] = Scale(m_channels[1], pixel);
+    dst[2] = Scale(m_channels[0], pixel);
+    if (m_hasAlpha) {
+        const std::uint8_t alpha = Scale(m_channels[3], pixel);
+        for (int c = 0; c < 3; ++c) {
+            dst[c] = OverWhite(dst[c], alpha);
         }
+    }
+}
+
+void BmpRowDecoder::ExpandSixteen(const std::uint8_t* stored, std::uint8_t* dst) const {
+    const std::uint8_t* table = m_sixteen.data();
+    for (int x = 0; x < m_width; ++x, stored += 2, dst += 3) {
+        std::memcpy(dst, table + 3 * (stored[0] | (stored[1] << 8)), 3);
+    }
+}
+
+void BmpRowDecoder::ExpandFields(const std::uint8_t* stored, std::uint8_t* dst) const {
+    if (m_hasAlpha) {
+        for (int x = 0; x < m_width; ++x, stored += 4, dst += 3) {
+            ExpandFieldPixel(stored, dst);
+        }
+        return;
+    }
+    // Without alpha each channel is a shift, a mask and a lookup.
+    const Channel& red = m_channels[0];
+    const Channel& green = m_channels[1];
+    const Channel& blue = m_channels[2];
+    const std::uint8_t* redTable = red.to8.data();
+    const std::uint8_t* greenTable = green.to8.data();
+    const std::uint8_t* blueTable = blue.to8.data();
+    const int redShift = red.shift + red.dropBits;
+    const int greenShift = green.shift + green.dropBits;
+    const int blueShift = blue.shift + blue.dropBits;
+    const auto redMask = static_cast<std::uint32_t>(red.to8.size() - 1);
+    const auto greenMask = static_cast<std::uint32_t>(green.to8.size() - 1);
+    const auto blueMask = static_cast<std::uint32_t>(blue.to8.size() - 1);
+    for (int x = 0; x < m_width; ++x, stored += 4, dst += 3) {
+        std::uint32_t pixel;
+        std::memcpy(&pixel, stored, 4); // little-endian, as the file
+        dst[0] = blueTable[(pixel >> blueShift) & blueMask];
+        dst[1] = greenTable[(pixel >> greenShift) & greenMask];
+        dst[2] = redTable[(pixel >> redShift) & redMask];
     }
 }

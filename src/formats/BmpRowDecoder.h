@@ -30,6 +30,9 @@ private:
     void PrepareChannel(std::uint32_t mask, Channel& channel) const;
     void ExpandPalette(const std::uint8_t* stored, std::uint8_t* dst) const;
     void ExpandFields(const std::uint8_t* stored, std::uint8_t* dst) const;
+    void ExpandFieldPixel(const std::uint8_t* stored, std::uint8_t* dst) const;
+    void ExpandSixteen(const std::uint8_t* stored, std::uint8_t* dst) const;
+    void PrepareSixteen();
     std::uint8_t Scale(const Channel& channel, std::uint32_t pixel) const {
         return channel.to8[(pixel >> channel.shift >> channel.dropBits) & (channel.to8.size() - 1)];
     }
@@ -40,4 +43,5 @@ private:
     bool m_hasAlpha = false;
     std::array<std::uint8_t, 256 * 3> m_table{};
     Channel m_channels[4];
+    std::vector<std::uint8_t> m_sixteen; // 16-bit pixel -> blue, green, red (alpha applied)
 };
