@@ -11,8 +11,7 @@
 #include <cstdint>
 
 namespace {
-// A picture side is a signed 16-bit value.
-constexpr int kLargestSide = 32767;
+constexpr int kLargestSide = LoadLimits::kLargestSide;
 
 int Scale(std::int64_t value, std::int64_t numerator, std::int64_t denominator) {
     return static_cast<int>(std::max<std::int64_t>(1, (value * numerator + denominator / 2) / denominator));

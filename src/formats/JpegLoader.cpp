@@ -11,8 +11,7 @@
 #include <utility>
 
 namespace {
-// A picture side is a signed 16-bit value.
-constexpr int kLargestSide = 32767;
+constexpr int kLargestSide = LoadLimits::kLargestSide;
 
 // The picture for rows of width x height, fitted into `box` (the limits in
 // the file's stored orientation) when even the smallest decoding scale did

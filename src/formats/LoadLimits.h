@@ -22,6 +22,7 @@ public:
     static constexpr int kFloorWidth = 240;
     static constexpr int kFloorHeight = 320;
     static constexpr int kMostRaised = 30000;
+    static constexpr int kLargestSide = 32767; // a picture side is a signed 16-bit value
     static constexpr int kMemoryShare = 8; // a picture may take 1/8 of the memory
     static constexpr const char* kSection = "MainSection";
     static constexpr const char* kWidthKey = "MaxLoadWidth";

@@ -17,8 +17,7 @@
 #include <cstring>
 
 namespace {
-// A picture side is a signed 16-bit value.
-constexpr int kLargestSide = 32767;
+constexpr int kLargestSide = LoadLimits::kLargestSide;
 // Qt's readers need a little more than the picture itself (palettes, rows).
 constexpr std::uint64_t kSpareMegabytes = 64;
 
