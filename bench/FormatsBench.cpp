@@ -3,7 +3,9 @@
 // same work in memory and beside its djpeg/cjpeg tools, and the GIF save
 // (colour reduction, diffusion, LZW) beside its pieces and ImageMagick's
 // `convert in.bmp out.gif`. The ratios of the times in one run are the figures
-// that matter.
+// that matter. BM_BmpReadVariant reads the same picture stored in each BMP
+// variant (compare with variant 0, 24 bits), BM_JpegReadOriented the JPEG with
+// EXIF orientation 1 and 6, BM_BmpReadTall a BMP one pixel wide.
 #include "formats/ColorReducer.h"
 #include "formats/FileResult.h"
 #include "formats/PictureLoader.h"
@@ -94,6 +96,168 @@ void BM_BmpRead(benchmark::State& state) {
     }
 }
 BENCHMARK(BM_BmpRead)->Unit(benchmark::kMillisecond);
+
+// The photo stored as a BMP variant: bits per pixel, compression, masks
+// (written after a 40-byte header) and a pixel encoder.
+struct Variant {
+    const char* name;
+    int bits;
+    std::uint32_t compression;
+    std::vector<std::uint32_t> masks;
+};
+
+const Variant kVariants[] = {
+    {"24-bit", 24, 0, {}},
+    {"32-bit 10-10-10-2", 32, 3, {0x3FF00000, 0x000FFC00, 0x000003FF}},
+    {"32-bit with alpha", 32, 6, {0xFF0000, 0xFF00, 0xFF, 0xFF000000}},
+    {"16-bit 565", 16, 3, {0xF800, 0x07E0, 0x001F}},
+    {"8-bit palette", 8, 0, {}},
+    {"RLE8", 8, 1, {}},
+};
+
+void Put(std::vector<std::uint8_t>& out, std::uint32_t value, int bytes) {
+    for (int i = 0; i < bytes; ++i) {
+        out.push_back(static_cast<std::uint8_t>(value >> (8 * i)));
+    }
+}
+
+// One stored row (bottom first) of picture row y in the variant's coding.
+void EncodeRow(const Variant& v, const std::uint8_t* bgr, std::vector<std::uint8_t>& out) {
+    const std::size_t start = out.size();
+    std::vector<std::uint8_t> indices;
+    for (int x = 0; x < kWidth; ++x, bgr += 3) {
+        const std::uint32_t b = bgr[0], g = bgr[1], r = bgr[2];
+        if (v.bits == 24) {
+            out.insert(out.end(), bgr, bgr + 3);
+        } else if (v.bits == 32 && v.compression == 3) {
+            Put(out, (r << 22) | (g << 12) | (b << 2), 4);
+        } else if (v.bits == 32) {
+            Put(out, 0xC0000000 | (r << 16) | (g << 8) | b, 4);
+        } else if (v.bits == 16) {
+            Put(out, ((r >> 3) << 11) | ((g >> 2) << 5) | (b >> 3), 2);
+        } else {
+            indices.push_back(static_cast<std::uint8_t>((r & 0xE0) | ((g >> 3) & 0x1C) | (b >> 6)));
+        }
+    }
+    if (v.compression == 1) {
+        for (std::size_t x = 0; x < indices.size();) {
+            std::size_t run = 1;
+            while (x + run < indices.size() && run < 255 && indices[x + run] == indices[x]) {
+                ++run;
+            }
+            out.insert(out.end(), {static_cast<std::uint8_t>(run), indices[x]});
+            x += run;
+        }
+        out.insert(out.end(), {0, 0});
+        return;
+    }
+    out.insert(out.end(), indices.begin(), indices.end());
+    out.resize(start + (out.size() - start + 3) / 4 * 4, 0);
+}
+
+std::string WriteVariant(const Variant& v, const CDibImage& photo, const std::string& path) {
+    std::vector<std::uint8_t> body;
+    Put(body, 40, 4);
+    Put(body, kWidth, 4);
+    Put(body, kHeight, 4);
+    Put(body, 1, 2);
+    Put(body, static_cast<std::uint32_t>(v.bits), 2);
+    for (std::uint32_t field : {v.compression, 0u, 2835u, 2835u, 0u, 0u}) {
+        Put(body, field, 4);
+    }
+    for (std::uint32_t mask : v.masks) {
+        Put(body, mask, 4);
+    }
+    if (v.bits == 8) {
+        for (std::uint32_t i = 0; i < 256; ++i) {
+            Put(body, ((i & 0xE0) << 16) | ((i & 0x1C) << 11) | ((i & 3) << 6), 4);
+        }
+    }
+    const auto offset = static_cast<std::uint32_t>(14 + body.size());
+    for (int y = kHeight - 1; y >= 0; --y) {
+        EncodeRow(v, photo.RowData(y), body);
+    }
+    if (v.compression == 1) {
+        body.insert(body.end(), {0, 1});
+    }
+    std::vector<std::uint8_t> file = {'B', 'M'};
+    Put(file, static_cast<std::uint32_t>(14 + body.size()), 4);
+    Put(file, 0, 4);
+    Put(file, offset, 4);
+    file.insert(file.end(), body.begin(), body.end());
+    std::FILE* out = std::fopen(path.c_str(), "wb");
+    std::fwrite(file.data(), 1, file.size(), out);
+    std::fclose(out);
+    return path;
+}
+
+void BM_BmpReadVariant(benchmark::State& state) {
+    const Variant& variant = kVariants[state.range(0)];
+    static std::string paths[std::size(kVariants)];
+    std::string& path = paths[state.range(0)];
+    if (path.empty()) {
+        path = WriteVariant(variant, *Files().photo, Files().Path("variant.bmp") + std::to_string(state.range(0)));
+    }
+    state.SetLabel(variant.name);
+    for (auto _ : state) {
+        std::unique_ptr<CDibImage> picture;
+        Check(state, LoadPicture(path, LoadLimitSize{kWidth, kHeight}, picture));
+    }
+}
+BENCHMARK(BM_BmpReadVariant)->DenseRange(0, static_cast<int>(std::size(kVariants)) - 1)->Unit(benchmark::kMillisecond);
+
+// The photo's JPEG with an EXIF orientation segment after its start marker.
+std::string OrientedJpeg(int orientation) {
+    const std::string path = Files().Path("oriented") + std::to_string(orientation) + ".jpg";
+    std::FILE* in = std::fopen(Files().Path("photo.jpg").c_str(), "rb");
+    std::vector<std::uint8_t> jpeg;
+    for (int c = std::fgetc(in); c != EOF; c = std::fgetc(in)) {
+        jpeg.push_back(static_cast<std::uint8_t>(c));
+    }
+    std::fclose(in);
+    const std::vector<std::uint8_t> exif = {0xFF, 0xE1, 0, 34, 'E', 'x', 'i', 'f', 0, 0, 'I', 'I', 42, 0, 8, 0, 0,
+                                            0, 1, 0, 0x12, 0x01, 3, 0, 1, 0, 0, 0,
+                                            static_cast<std::uint8_t>(orientation), 0, 0, 0, 0, 0, 0, 0};
+    jpeg.insert(jpeg.begin() + 2, exif.begin(), exif.end());
+    std::FILE* out = std::fopen(path.c_str(), "wb");
+    std::fwrite(jpeg.data(), 1, jpeg.size(), out);
+    std::fclose(out);
+    return path;
+}
+
+void BM_JpegReadOriented(benchmark::State& state) {
+    const std::string path = OrientedJpeg(static_cast<int>(state.range(0)));
+    for (auto _ : state) {
+        std::unique_ptr<CDibImage> picture;
+        Check(state, LoadPicture(path, LoadLimitSize{kWidth, kWidth}, picture));
+    }
+}
+BENCHMARK(BM_JpegReadOriented)->Arg(1)->Arg(6)->Unit(benchmark::kMillisecond);
+
+// 1 x 4,000,000 pixels: the time follows the file's bytes, not its rows.
+void BM_BmpReadTall(benchmark::State& state) {
+    const std::string path = Files().Path("tall.bmp");
+    std::vector<std::uint8_t> file = {'B', 'M'};
+    constexpr std::uint32_t kRows = 4000000;
+    Put(file, 54 + 4 * kRows, 4);
+    Put(file, 0, 4);
+    Put(file, 54, 4);
+    for (std::uint32_t field : {40u, 1u, kRows}) {
+        Put(file, field, 4);
+    }
+    Put(file, 1, 2);
+    Put(file, 24, 2);
+    file.resize(54, 0); // no compression, default resolution and table
+    file.resize(54 + 4 * std::size_t{kRows}, 0x5A);
+    std::FILE* out = std::fopen(path.c_str(), "wb");
+    std::fwrite(file.data(), 1, file.size(), out);
+    std::fclose(out);
+    for (auto _ : state) {
+        std::unique_ptr<CDibImage> picture;
+        Check(state, LoadPicture(path, LoadLimitSize{30000, 30000}, picture));
+    }
+}
+BENCHMARK(BM_BmpReadTall)->Unit(benchmark::kMillisecond);
 
 void BM_BmpWrite(benchmark::State& state) {
     Files(); // built outside the timed loop

@@ -17,6 +17,10 @@ mkdir -p "$SEEDS" "$BUILD/crashes"
 if command -v convert >/dev/null; then
   convert -size 7x5 gradient:red-blue -type TrueColor "BMP3:$SEEDS/true.bmp"
   convert -size 9x3 gradient:red-blue -colors 16 -type Palette "BMP3:$SEEDS/pal.bmp"
+  convert -size 9x3 gradient:red-blue -colors 16 -type Palette -compress RLE "BMP3:$SEEDS/rle.bmp"
+  convert -size 9x3 gradient:red-blue -alpha set "BMP:$SEEDS/v5.bmp"
+  convert -size 9x3 gradient:red-blue -define bmp:subtype=RGB565 "BMP:$SEEDS/565.bmp"
+  convert -size 8x8 gradient:red-blue -colorspace CMYK "$SEEDS/cmyk.jpg"
   convert -size 8x8 gradient:red-blue "$SEEDS/a.jpg"
   convert -size 8x8 gradient:red-blue "$SEEDS/a.gif"
   convert -size 8x8 gradient:red-blue "$SEEDS/a.png"
@@ -27,7 +31,7 @@ for target in BmpReader LoadPicture; do
   echo "fuzzing $target for ${SECONDS_EACH}s"
   log="$BUILD/$target.log"
   "$BUILD/tests/fuzz_$target" "$BUILD/corpus/$target" "$SEEDS" -max_total_time="$SECONDS_EACH" \
-    -max_len=4096 -rss_limit_mb=2048 -artifact_prefix="$BUILD/crashes/$target-" -print_final_stats=1 \
+    -max_len=4096 -rss_limit_mb=2048 -timeout=10 -artifact_prefix="$BUILD/crashes/$target-" -print_final_stats=1 \
     >"$log" 2>&1 || status=1
   grep -E '^(stat::number_of_executed_units|==[0-9]+==ERROR|SUMMARY)' "$log" || true
 done

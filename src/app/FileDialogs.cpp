@@ -1,5 +1,6 @@
 #include "app/FileDialogs.h"
 
+#include "formats/PictureLoader.h"
 #include "platform/Settings.h"
 
 #include <QDir>
@@ -39,7 +40,11 @@ QString Finish(QFileDialog& dialog) {
 } // namespace
 
 QString FileDialogs::OpenFilter() {
-    return QStringLiteral("Pictures (*.bmp *.gif *.jpg *.jpeg *.png);;All files (*)");
+    QStringList patterns;
+    for (const std::string& extension : ReadableExtensions()) {
+        patterns << QStringLiteral("*.") + QString::fromStdString(extension);
+    }
+    return QStringLiteral("Pictures (") + patterns.join(QLatin1Char(' ')) + QStringLiteral(");;All files (*)");
 }
 
 QString FileDialogs::SaveFilters() {

@@ -17,7 +17,9 @@
 #include <QTextStream>
 
 void FrameDialogs::Options(CMainFrame& frame) {
-    OptionsValues before{frame.JpegQuality(), frame.Renderer().DisplayMode(), frame.PenPressureSimulation()};
+    const LoadLimitSize limits = LoadLimits::StartFromSettings();
+    OptionsValues before{frame.JpegQuality(), frame.Renderer().DisplayMode(), frame.PenPressureSimulation(),
+                         limits.width, limits.height};
     before.undoSteps = undolimits::StoredSteps();
     before.undoMemoryMB = undolimits::StoredMemoryMB();
     OptionsDialog dialog(before, &frame);

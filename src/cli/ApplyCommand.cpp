@@ -4,6 +4,7 @@
 #include "cli/PictureOptions.h"
 #include "formats/CDocumentFiles.h"
 #include "formats/JpegQuality.h"
+#include "formats/PictureSaver.h"
 #include "image/CBriselDoc.h"
 #include "image/CUndoHistory.h"
 #include "image/UndoLimits.h"
@@ -152,6 +153,9 @@ bool ParseArguments(const std::vector<std::string>& args, ApplyOptions& options)
     }
     options.input = words[0];
     options.output = words[1];
+    if (!IsSaveableName(options.output)) {
+        return Complain(UnknownSaveTypeMessage());
+    }
     for (std::size_t i = 2; i < words.size(); ++i) {
         if (!AddOperation(words[i], options)) {
             return false;

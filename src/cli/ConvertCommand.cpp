@@ -65,6 +65,10 @@ int RunConvertCommand(const std::vector<std::string>& args) {
     if (!ParseArguments(args, options)) {
         return Usage();
     }
+    if (!IsSaveableName(options.output)) {
+        std::fprintf(stderr, "tamrick-cli convert: %s\n", UnknownSaveTypeMessage().c_str());
+        return kExitUsage;
+    }
     std::unique_ptr<CDibImage> picture;
     const int loaded = LoadPicture(options.input, options.limits.value_or(LoadLimits::AtStartUp()), picture);
     if (loaded != kFileOk) {
@@ -73,7 +77,7 @@ int RunConvertCommand(const std::vector<std::string>& args) {
     }
     const int saved = SavePicture(options.output, *picture, options.quality);
     if (saved != kFileOk) {
-        PrintFileError(saved, "tamrick-cli: cannot write " + options.output);
+        PrintFileError(saved, "tamrick-cli: cannot write " + options.output + ": " + SaveFailureReason());
         return kExitFailure;
     }
     return kExitSuccess;

@@ -47,8 +47,8 @@ OptionsDialog::OptionsDialog(const OptionsValues& values, QWidget* parent)
 
     auto* large = new QGroupBox(QStringLiteral("Large Pictures"));
     auto* largeLayout = new QFormLayout(large);
-    m_maxWidth->setRange(LoadLimits::kStartWidth, LoadLimits::kMostRaised);
-    m_maxHeight->setRange(LoadLimits::kStartHeight, LoadLimits::kMostRaised);
+    m_maxWidth->setRange(LoadLimits::kFloorWidth, LoadLimits::kMostRaised);
+    m_maxHeight->setRange(LoadLimits::kFloorHeight, LoadLimits::kMostRaised);
     m_maxWidth->setValue(values.maxLoadWidth);
     m_maxHeight->setValue(values.maxLoadHeight);
     m_maxWidth->setSuffix(QStringLiteral(" pixels"));

@@ -1,6 +1,7 @@
 #include "formats/BmpLoader.h"
 
 #include "formats/CBmpReader.h"
+#include "formats/DecodeBudget.h"
 #include "formats/FileResult.h"
 #include "formats/StreamingScaler.h"
 #include "image/CDibImage.h"
@@ -10,8 +11,7 @@
 #include <cstdint>
 
 namespace {
-// A picture side is a signed 16-bit value.
-constexpr int kLargestSide = 32767;
+constexpr int kLargestSide = LoadLimits::kLargestSide;
 
 int Scale(std::int64_t value, std::int64_t numerator, std::int64_t denominator) {
     return static_cast<int>(std::max<std::int64_t>(1, (value * numerator + denominator / 2) / denominator));
@@ -41,23 +41,24 @@ LoadLimitSize FitBmpSize(int width, int height, int boxWidth, int boxHeight) {
 int LoadBmpPicture(const std::string& path, const LoadLimitSize& limits, CDibImage& picture, int& fileWidth,
                    int& fileHeight) {
     CBmpReader reader;
-    int width = 0;
-    int height = 0;
-    int bitCount = 0;
-    if (!reader.ReadHeader(path, width, height, bitCount)) {
+    BmpFormat format;
+    if (!reader.Open(path, format)) {
+        return reader.OutOfMemory() ? kFileOutOfMemory : kFileFailed;
+    }
+    if (reader.IsRunLength() && !decode_budget::IsPlausible(static_cast<std::uint64_t>(format.width),
+                                                            static_cast<std::uint64_t>(format.height),
+                                                            reader.FileSize())) {
         return kFileFailed;
     }
-    if (bitCount <= 8 && !reader.ReadPalette(1 << bitCount)) {
-        return kFileFailed;
-    }
-    fileWidth = width;
-    fileHeight = height;
-    const LoadLimitSize size = FitBmpSize(width, height, std::min(2 * limits.width, kLargestSide),
+    fileWidth = format.width;
+    fileHeight = format.height;
+    const LoadLimitSize size = FitBmpSize(format.width, format.height, std::min(2 * limits.width, kLargestSide),
                                           std::min(2 * limits.height, kLargestSide));
     if (!CreatePicture(picture, size.width, size.height) &&
         !CreatePicture(picture, size.width / 2, size.height / 2)) {
         return kFileOutOfMemory;
     }
-    return StreamingScaler::Run(width, height, picture,
-                                [&reader](std::uint8_t* row) { return reader.ReadRow(row) != 0; });
+    return StreamingScaler::Run(
+        format.width, format.height, picture, [&reader](std::uint8_t* row) { return reader.ReadRow(row) != 0; },
+        format.topDown);
 }

@@ -1,116 +1,71 @@
 #include "formats/CBmpReader.h"
 
-#include <cstring>
+#include <array>
 
-namespace {
-constexpr std::uint32_t kFileHeaderBytes = 14;
-
-std::uint16_t Read16(const std::uint8_t* p) {
-    return static_cast<std::uint16_t>(p[0] | (p[1] << 8));
-}
-std::uint32_t Read32(const std::uint8_t* p) {
-    return static_cast<std::uint32_t>(p[0]) | (static_cast<std::uint32_t>(p[1]) << 8) |
-           (static_cast<std::uint32_t>(p[2]) << 16) | (static_cast<std::uint32_t>(p[3]) << 24);
-}
-
-bool IsReadableBitCount(int bitCount) {
-    return bitCount == 1 || bitCount == 4 || bitCount == 8 || bitCount == 16 || bitCount == 24 ||
-           bitCount == 32;
-}
-} // namespace
-
-int CBmpReader::ReadHeader(const std::string& path, int& width, int& height, int& bitCount) {
+int CBmpReader::Open(const std::string& path, BmpFormat& format) {
     Close();
-    std::uint8_t start[kFileHeaderBytes + 4];
-    if (!m_file.Open(path) || !m_file.Read(start, sizeof start) || start[0] != 'B' || start[1] != 'M') {
+    m_format = BmpFormat{};
+    m_outOfMemory = false;
+    if (!m_input.Open(path)) {
+        m_outOfMemory = !m_input.HasBuffer();
+        return 0;
+    }
+    if (!ReadBmpFormat(m_input, m_format) || !PrepareRows()) {
         Close();
         return 0;
     }
-    const std::uint32_t headerSize = Read32(start + kFileHeaderBytes);
-    if (headerSize != 12 && headerSize != 40 && headerSize != 64) {
-        Close();
-        return 0;
-    }
-    if (!ReadInfoHeader(headerSize, width, height, bitCount)) {
-        Close();
-        return 0;
-    }
+    format = m_format;
     return 1;
 }
 
-int CBmpReader::ReadInfoHeader(std::uint32_t headerSize, int& width, int& height, int& bitCount) {
-    std::uint8_t header[64] = {};
-    if (!m_file.Read(header + 4, headerSize - 4)) {
-        return 0;
+bool CBmpReader::PrepareRows() {
+    std::array<std::uint8_t, 256 * 4> table{};
+    const std::size_t tableBytes =
+        static_cast<std::size_t>(m_format.tableEntries) * static_cast<std::size_t>(m_format.entryBytes);
+    if (!m_input.SkipTo(m_format.tableAt) || !m_input.Read(table.data(), tableBytes) ||
+        !m_input.SkipTo(m_format.pixelsAt)) {
+        return false;
     }
-    if (headerSize == 12) {
-        width = Read16(header + 4);
-        height = Read16(header + 6);
-        bitCount = Read16(header + 10);
-    } else {
-        width = static_cast<std::int32_t>(Read32(header + 4));
-        height = static_cast<std::int32_t>(Read32(header + 8));
-        bitCount = Read16(header + 14);
+    m_decoder.Prepare(m_format, table.data());
+    const auto width = static_cast<std::uint64_t>(m_format.width);
+    const auto height = static_cast<std::uint64_t>(m_format.height);
+    if (IsRunLength()) {
+        m_row = platform::HeapBlock::Allocate(width);
+        m_outOfMemory = !m_row || !m_rle.Start(m_input, m_format.width, m_format.height,
+                                               m_format.coding == BmpFormat::Coding::kRle4);
+        return !m_outOfMemory;
     }
-    if (width <= 0 || height <= 0 || !IsReadableBitCount(bitCount)) {
-        return 0;
-    }
-    m_rowSize = (static_cast<std::uint64_t>(width) * static_cast<std::uint64_t>(bitCount) + 31) / 32 * 4;
-    const std::uint64_t tableBytes = bitCount <= 8 ? 4ull << bitCount : 0;
-    const std::uint64_t pixelsAt = kFileHeaderBytes + headerSize + tableBytes;
-    const std::uint64_t fileSize = m_file.Size();
-    // The rows must all be there (checked without overflow: each factor is
-    // first bounded by the file size).
-    if (pixelsAt > fileSize || m_rowSize > fileSize || static_cast<std::uint64_t>(height) > fileSize ||
-        m_rowSize * static_cast<std::uint64_t>(height) > fileSize - pixelsAt) {
-        return 0;
+    m_rowSize = (width * static_cast<std::uint64_t>(m_format.bitCount) + 31) / 32 * 4;
+    // Every row must be there; the last one may lack its padding.
+    const std::uint64_t lastRow = (width * static_cast<std::uint64_t>(m_format.bitCount) + 7) / 8;
+    const std::uint64_t available = m_input.Size() - m_format.pixelsAt;
+    if (height > available || m_rowSize * (height - 1) + lastRow > available) {
+        return false;
     }
     m_row = platform::HeapBlock::Allocate(m_rowSize);
-    if (!m_row) {
-        return 0;
-    }
-    m_bitCount = bitCount;
-    m_width = width;
-    return 1;
-}
-
-int CBmpReader::ReadPalette(int count) {
-    m_table = platform::HeapBlock::Allocate(static_cast<std::size_t>(count) * 4);
-    return m_table && m_file.Read(m_table.data(), m_table.size()) ? 1 : 0;
+    m_outOfMemory = !m_row;
+    return !m_outOfMemory;
 }
 
 int CBmpReader::ReadRow(std::uint8_t* dst) {
-    if (m_bitCount == 24) {
-        return m_file.Read(dst, m_rowSize) ? 1 : 0;
+    if (IsRunLength()) {
+        if (!m_rle.NextRow(m_row.data())) {
+            return 0;
+        }
+        m_decoder.ExpandIndices(m_row.data(), dst);
+        return 1;
     }
-    if (!m_file.Read(m_row.data(), m_rowSize)) {
+    const std::uint64_t rest = m_input.Size() - m_input.Position();
+    const std::size_t bytes = static_cast<std::size_t>(rest < m_rowSize ? rest : m_rowSize);
+    if (!m_input.Read(m_row.data(), bytes)) {
         return 0;
     }
-    ExpandRow(dst);
+    m_decoder.ExpandRow(m_row.data(), dst);
     return 1;
 }
 
-void CBmpReader::ExpandRow(std::uint8_t* dst) const {
-    if (m_bitCount > 8 || !m_table) {
-        return; // 16 and 32 bits are not converted
-    }
-    const std::uint8_t* row = m_row.data();
-    const std::uint8_t* table = m_table.data();
-    const int perByte = 8 / m_bitCount;
-    const int mask = (1 << m_bitCount) - 1;
-    for (int x = 0; x < m_width; ++x) {
-        const int shift = 8 - m_bitCount * (x % perByte + 1);
-        const int index = (row[x / perByte] >> shift) & mask;
-        std::memcpy(dst, table + 4 * index, 3);
-        dst += 3;
-    }
-}
-
 void CBmpReader::Close() {
-    m_file.Close();
+    m_input.Close();
     m_row.reset();
-    m_table.reset();
     m_rowSize = 0;
-    m_bitCount = 0;
-    m_width = 0;
 }

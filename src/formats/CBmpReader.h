@@ -1,40 +1,45 @@
 #pragma once
 
-#include "formats/InputFile.h"
+#include "formats/BmpHeader.h"
+#include "formats/BmpRleDecoder.h"
+#include "formats/BmpRowDecoder.h"
+#include "formats/BufferedInput.h"
 #include "platform/HeapBlock.h"
 
 #include <cstdint>
 #include <string>
 
-// Reads uncompressed Windows bitmap files row by row: 12-, 40- and 64-byte
-// headers, 1, 4, 8 and 24 bits per pixel (16 and 32 are read but not
-// converted). The colour table is read as 4-byte entries directly after the
-// header, and pixel rows directly after the table, bottom row first.
+// Reads Windows bitmap files row by row, in the order they are stored: the
+// headers common programs write (12, 16..64, 40, 52, 56, 108 and 124 bytes),
+// colour tables of any length up to 2^bits, the pixels at the file header's
+// offset, 1, 2, 4, 8, 16, 24 and 32 bits per pixel, bit fields, RLE8 and
+// RLE4. Every row comes out as 3 bytes per pixel (blue, green, red).
 //
-// Beyond the plain format the reader refuses, with a failure result, every
-// file that cannot hold the rows its header promises, so a truncated or lying
-// file never yields a half-read picture.
+// An uncompressed file must hold every row its header promises, so a
+// truncated or lying file never yields a half-read picture.
 class CBmpReader {
 public:
-    // Checks signature and header, stores the size and depth and prepares the
-    // row buffer; 1 on success, 0 otherwise.
-    int ReadHeader(const std::string& path, int& width, int& height, int& bitCount);
-    // Reads the colour table of `count` entries (bit counts 1, 4 and 8).
-    int ReadPalette(int count);
-    // Reads the next stored row into `dst` as 3 bytes per pixel (blue, green,
-    // red); `dst` holds at least DibRowBytes(width, 24) bytes. 0 on a read error.
+    // Reads the headers and the colour table and moves to the pixels; 1 on
+    // success, 0 for anything unreadable (OutOfMemory() tells when a buffer
+    // could not be had).
+    int Open(const std::string& path, BmpFormat& format);
+    bool OutOfMemory() const { return m_outOfMemory; }
+    // Reads the next stored row into `dst` (at least width x 3 bytes). 0 on
+    // a read error.
     int ReadRow(std::uint8_t* dst);
-    // Closes the file and frees the table and the row buffer.
+    bool IsRunLength() const { return m_format.coding == BmpFormat::Coding::kRle8 ||
+                                      m_format.coding == BmpFormat::Coding::kRle4; }
+    std::uint64_t FileSize() const { return m_input.Size(); }
     void Close();
 
 private:
-    int ReadInfoHeader(std::uint32_t headerSize, int& width, int& height, int& bitCount);
-    void ExpandRow(std::uint8_t* dst) const;
+    bool PrepareRows();
 
-    InputFile m_file;
+    BufferedInput m_input;
+    BmpFormat m_format;
+    BmpRowDecoder m_decoder;
+    BmpRleDecoder m_rle;
     std::uint64_t m_rowSize = 0;
-    int m_bitCount = 0;
-    int m_width = 0;
     platform::HeapBlock m_row;
-    platform::HeapBlock m_table;
+    bool m_outOfMemory = false;
 };

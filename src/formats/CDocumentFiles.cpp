@@ -161,13 +161,23 @@ MessageAnswer CDocumentFiles::AskPutFloating() {
 }
 
 int CDocumentFiles::OnSaveDocument(const std::string& path) {
-    if (!IsOpen() || AskPutFloating() == MessageAnswer::Cancel) {
+    if (!IsOpen()) {
+        return 0;
+    }
+    // A name of a type we cannot write is refused before anything is asked.
+    if (!IsSaveableName(path)) {
+        platform::ShowMessageText(UnknownSaveTypeMessage(), platform::MB_ICONEXCLAMATION);
+        return 0;
+    }
+    if (AskPutFloating() == MessageAnswer::Cancel) {
         return 0;
     }
     const int result =
         SavePicture(path, *m_doc.GetPicture(), m_jpegQuality ? m_jpegQuality() : JpegQuality::kDefault);
     if (result == kFileOutOfMemory) {
         platform::ShowMessage(platform::IDS_MEMORY_NOT_ENOUGH, platform::MB_ICONEXCLAMATION);
+    } else if (result != kFileOk) {
+        platform::ShowMessageText(SaveFailureMessage(), platform::MB_ICONEXCLAMATION);
     }
     return result == kFileOk ? 1 : 0;
 }

@@ -30,8 +30,7 @@ public:
     static constexpr int kIdFileSave = 57603;
     static constexpr int kIdFileSaveAs = 57604;
     static constexpr int kIdFileRevert = 32836;
-    // Filter lists of the Open and Save dialogs.
-    static constexpr const char* kOpenFilters = "*.bmp;*.jpg;*.jpeg;*.gif;*.png";
+    // Filter list of the Save dialog.
     static constexpr const char* kSaveFilters = "*.bmp;*.jpg;*.jpeg;*.gif;*.png";
     // The name of a document that stands for no file.
     static constexpr const char* kUntitledName = "Untitled";

@@ -9,9 +9,6 @@
 namespace {
 constexpr std::uint8_t kExtension = 0x21;
 constexpr std::uint8_t kImage = 0x2C;
-// Qt decodes a GIF at its full screen size before any scaling, so screens
-// beyond what the platform decoder delivers (10000 x 10000) are refused.
-constexpr long kMostScreenPixels = 10000L * 10000L;
 
 class ByteCursor {
 public:
@@ -61,7 +58,7 @@ bool FirstImageComplete(ByteCursor& cursor) {
     }
     const long width = screen[6] | (screen[7] << 8);
     const long height = screen[8] | (screen[9] << 8);
-    const bool sizeFits = width > 0 && height > 0 && width * height <= kMostScreenPixels;
+    const bool sizeFits = width > 0 && height > 0;
     if (std::memcmp(screen, "GIF8", 4) != 0 || !sizeFits || !cursor.SkipTable(screen[10])) {
         return false;
     }

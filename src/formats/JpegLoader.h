@@ -2,14 +2,16 @@
 
 #include "formats/LoadLimits.h"
 
+#include <memory>
 #include <string>
 
 class CDibImage;
 
-// Loads a JPEG file into a fresh 24-bit picture at 72 dpi, decoded at the
-// largest scale that fits the load limits (not twice them, as for BMP); a
-// file too large even at 1/8 is shrunk further while it streams in. When the
-// picture cannot be created, the limits are halved once and the file is
-// opened again. Reports the file's own size. kFileOk or kFileFailed.
-int LoadJpegPicture(const std::string& path, const LoadLimitSize& limits, CDibImage& picture, int& fileWidth,
-                    int& fileHeight);
+// Loads a JPEG file into a new 24-bit picture at 72 dpi that fits the load
+// limits, decoded at the largest DCT scale that fits (a file too large even
+// at 1/8 is shrunk the rest of the way while it streams in) and turned
+// upright by its EXIF orientation. Reports the file's own size, upright.
+// Returns kFileOk, kFileFailed or kFileOutOfMemory; `picture` is set only on
+// success.
+int LoadJpegPicture(const std::string& path, const LoadLimitSize& limits, std::unique_ptr<CDibImage>& picture,
+                    int& fileWidth, int& fileHeight);

@@ -10,19 +10,32 @@
 #include "image/CDibImage.h"
 #include "platform/WaitCursor.h"
 
+#include <QImageReader>
+
+#include <algorithm>
+
 namespace {
-using Loader = int (*)(const std::string& path, const LoadLimitSize& limits, CDibImage& picture,
+using Loader = int (*)(const std::string& path, const LoadLimitSize& limits, std::unique_ptr<CDibImage>& picture,
                        int& fileWidth, int& fileHeight);
 
-int LoadOther(const std::string& path, const LoadLimitSize&, CDibImage& picture, int& fileWidth,
-              int& fileHeight) {
-    return LoadWithPlatformDecoder(path, picture, fileWidth, fileHeight);
+// Loaders that fill a picture made for them.
+template <int (*Fill)(const std::string&, const LoadLimitSize&, CDibImage&, int&, int&)>
+int IntoNewPicture(const std::string& path, const LoadLimitSize& limits, std::unique_ptr<CDibImage>& picture,
+                   int& fileWidth, int& fileHeight) {
+    auto loaded = std::make_unique<CDibImage>();
+    const int result = Fill(path, limits, *loaded, fileWidth, fileHeight);
+    if (result == kFileOk) {
+        picture = std::move(loaded);
+    }
+    return result;
 }
+
+constexpr Loader LoadOther = IntoNewPicture<LoadWithPlatformDecoder>;
 
 // GIF is decoded by the platform decoder too, but only once the file is
 // known to hold its whole first image.
-int LoadGif(const std::string& path, const LoadLimitSize& limits, CDibImage& picture, int& fileWidth,
-            int& fileHeight) {
+int LoadGif(const std::string& path, const LoadLimitSize& limits, std::unique_ptr<CDibImage>& picture,
+            int& fileWidth, int& fileHeight) {
     if (!GifFirstImageIsComplete(path)) {
         return kFileFailed;
     }
@@ -36,7 +49,7 @@ struct LoaderEntry {
 
 // Every type not listed goes to the platform decoder.
 constexpr LoaderEntry kLoaders[] = {
-    {kFileTypeBmp, LoadBmpPicture},
+    {kFileTypeBmp, IntoNewPicture<LoadBmpPicture>},
     {kFileTypeGif, LoadGif},
     {kFileTypeJpeg, LoadJpegPicture},
 };
@@ -58,10 +71,10 @@ int LoadPicture(const std::string& path, const LoadLimitSize& limits, std::uniqu
         return kFileFailed;
     }
     const ImageFileType type = GetImageFileType(path);
-    auto loaded = std::make_unique<CDibImage>();
+    std::unique_ptr<CDibImage> loaded;
     int fileWidth = 0;
     int fileHeight = 0;
-    const int result = LoaderFor(type)(path, limits, *loaded, fileWidth, fileHeight);
+    const int result = LoaderFor(type)(path, limits, loaded, fileWidth, fileHeight);
     if (info != nullptr) {
         *info = PictureFileInfo{type, fileWidth, fileHeight};
     }
@@ -69,4 +82,15 @@ int LoadPicture(const std::string& path, const LoadLimitSize& limits, std::uniqu
         picture = std::move(loaded);
     }
     return result;
+}
+
+std::vector<std::string> ReadableExtensions() {
+    std::vector<std::string> extensions = {"bmp", "jpg", "jpeg", "gif", "png"};
+    for (const QByteArray& format : QImageReader::supportedImageFormats()) {
+        const std::string name = format.toLower().toStdString();
+        if (std::find(extensions.begin(), extensions.end(), name) == extensions.end()) {
+            extensions.push_back(name);
+        }
+    }
+    return extensions;
 }

@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 class CDibImage;
 
@@ -17,9 +18,14 @@ struct PictureFileInfo {
 // Reads a picture file into a new 24-bit picture. The format is chosen by the
 // file's first bytes, never by its name: "BM" is read by our BMP reader
 // (up to twice the limits, shrunk while streaming), 0xFF 0xD8 by libjpeg-turbo
-// (within the limits, at a DCT scale), anything else by Qt's image readers
-// (up to 10000 x 10000). Returns kFileOk, kFileFailed (missing, unreadable,
+// (within the limits, at a DCT scale, turned upright), anything else by Qt's
+// image readers (within the limits). Returns kFileOk, kFileFailed (missing, unreadable,
 // corrupt or unknown file) or kFileOutOfMemory; `picture` is set only on
 // success.
+// The file name extensions of every format LoadPicture reads (our own BMP
+// and JPEG readers, and whatever Qt's installed image plugins read), in
+// lower case without the dot, each once; for the Open dialog's filter.
+std::vector<std::string> ReadableExtensions();
+
 int LoadPicture(const std::string& path, const LoadLimitSize& limits, std::unique_ptr<CDibImage>& picture,
                 PictureFileInfo* info = nullptr);

@@ -6,8 +6,10 @@
 #include "formats/FileResult.h"
 #include "formats/JpegWriter.h"
 #include "formats/PngWriter.h"
+#include "formats/SafeFileWriter.h"
 #include "image/CDibImage.h"
 #include "image/DibHelpers.h"
+#include "platform/StringTable.h"
 #include "platform/WaitCursor.h"
 
 #include <cctype>
@@ -49,27 +51,63 @@ struct SaverEntry {
 };
 
 constexpr SaverEntry kSavers[] = {
-    {"bmp", SaveBmp},
-    {"gif", SaveGif},
-    {"png", SavePng},
+    {"bmp", SaveBmp}, {"gif", SaveGif}, {"jpg", SaveJpeg}, {"jpeg", SaveJpeg}, {"png", SavePng},
 };
 
-std::string LastThreeLower(const std::string& path) {
-    std::string extension = path.size() >= 3 ? path.substr(path.size() - 3) : path;
+// The extension after the last dot of the file name, in lower case.
+std::string ExtensionOf(const std::string& path) {
+    const auto slash = path.rfind('/');
+    const auto dot = path.rfind('.');
+    if (dot == std::string::npos || (slash != std::string::npos && dot < slash)) {
+        return {};
+    }
+    std::string extension = path.substr(dot + 1);
     for (char& c : extension) {
         c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
     }
     return extension;
 }
+
+const SaverEntry* SaverFor(const std::string& path) {
+    const std::string extension = ExtensionOf(path);
+    for (const SaverEntry& entry : kSavers) {
+        if (entry.extension == extension) {
+            return &entry;
+        }
+    }
+    return nullptr;
+}
 } // namespace
+
+bool IsSaveableName(const std::string& path) {
+    return SaverFor(path) != nullptr;
+}
+
+std::string UnknownSaveTypeMessage() {
+    std::string message(platform::LoadString(platform::IDS_UNKNOWN_SAVE_TYPE));
+    for (const SaverEntry& entry : kSavers) {
+        message += std::string(&entry == kSavers ? " ." : ", .") + std::string(entry.extension);
+    }
+    return message;
+}
+
+std::string SaveFailureReason() {
+    return SafeFileWriter::LastFailure();
+}
+
+std::string SaveFailureMessage() {
+    std::string message(platform::LoadString(platform::IDS_UNABLE_TO_SAVE));
+    const std::string reason = SaveFailureReason();
+    return reason.empty() ? message : message + "\n" + reason;
+}
 
 int SavePicture(const std::string& path, const CDibImage& image, int jpegQuality) {
     platform::WaitCursor wait;
-    const std::string extension = LastThreeLower(path);
-    for (const SaverEntry& entry : kSavers) {
-        if (entry.extension == extension) {
-            return entry.save(path, image, jpegQuality);
-        }
+    SafeFileWriter::SetLastFailure({});
+    const SaverEntry* saver = SaverFor(path);
+    if (saver == nullptr) {
+        SafeFileWriter::SetLastFailure(UnknownSaveTypeMessage());
+        return kFileFailed;
     }
-    return SaveJpeg(path, image, jpegQuality);
+    return saver->save(path, image, jpegQuality);
 }

@@ -1,7 +1,7 @@
 #include "formats/StreamingScaler.h"
 
 #include "formats/FileResult.h"
-#include "formats/RowResampler.h"
+#include "ops/RowResampler.h"
 #include "image/CDibImage.h"
 #include "platform/HeapBlock.h"
 

@@ -1,6 +1,6 @@
 #include "ops/ImageRescaler.h"
 
-#include "formats/RowResampler.h"
+#include "ops/RowResampler.h"
 #include "image/CDibImage.h"
 #include "ops/FilterMath.h"
 #include "ops/RowPasses.h"

@@ -39,6 +39,10 @@ void Settings::WriteString(const char* section, const char* key, const std::stri
     Store().setValue(KeyPath(section, key), QString::fromStdString(value));
 }
 
+void Settings::Remove(const char* section, const char* key) {
+    Store().remove(KeyPath(section, key));
+}
+
 void Settings::UseFolder(const std::string& folder) {
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QString::fromStdString(folder));
 }

@@ -14,6 +14,8 @@ public:
     static void WriteInt(const char* section, const char* key, int value);
     static std::string ReadString(const char* section, const char* key, const std::string& defaultValue);
     static void WriteString(const char* section, const char* key, const std::string& value);
+    // Forgets a key, so that reads give their default again.
+    static void Remove(const char* section, const char* key);
 
     // Tests and the command-line tool point the store at a folder of their own.
     static void UseFolder(const std::string& folder);

@@ -29,6 +29,8 @@ constexpr std::pair<int, std::string_view> kStrings[] = {
                               "bluez-tools or blueman to send pictures over Bluetooth."},
     {IDS_NO_MAIL_PROGRAM, "The e-mail program could not be started."},
     {IDS_HELP_MISSING, "The help page could not be found."},
+    {IDS_UNABLE_TO_SAVE, "Unable to save this image file !"},
+    {IDS_UNKNOWN_SAVE_TYPE, "Tamrick cannot save this type of file. Please name it with one of these extensions:"},
     {33, "2 x 2 Pixels"},
     {34, "3 x 3 Pixels"},
     {35, "4 x 4 Pixels"},

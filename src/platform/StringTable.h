@@ -27,6 +27,8 @@ enum StringId : int {
     IDS_NO_BLUETOOTH_SENDER = 153,
     IDS_NO_MAIL_PROGRAM = 154,
     IDS_HELP_MISSING = 155,
+    IDS_UNABLE_TO_SAVE = 156,
+    IDS_UNKNOWN_SAVE_TYPE = 157,
     IDS_CELL_2X2 = 33, // "2 x 2 Pixels" .. "8 x 8 Pixels" up to 39
     IDS_CELL_8X8 = 39,
     IDS_CHANNEL_ALL = 40, // then red, green and blue up to 43

@@ -12,10 +12,12 @@ grep -qx 'width: 40' out.txt || fail "info width"
 grep -qx 'file-height: 30' out.txt || fail "info file height"
 grep -qx 'dpi: 72 72' out.txt || fail "info dpi"
 grep -qx 'reduced: 0' out.txt || fail "info reduced"
-[ "$(wc -l <out.txt)" -eq 7 ] || fail "info prints seven lines"
+grep -Eqx 'load-limits: [0-9]+ [0-9]+' out.txt || fail "info shows the limits in force"
+[ "$(wc -l <out.txt)" -eq 8 ] || fail "info prints eight lines"
 
 expect_rc 0 "info reduced" "$CLI" info in.bmp --max-size 10,10
 grep -qx 'width: 20' out.txt && grep -qx 'height: 15' out.txt && grep -qx 'reduced: 1' out.txt || fail "reduced load"
+grep -qx 'load-limits: 10 10' out.txt || fail "info shows --max-size as the limits"
 
 for ext in jpg JPEG gif png bmp; do
     expect_rc 0 "convert to $ext" "$CLI" convert in.bmp "out.$ext" --quality 90
@@ -38,6 +40,19 @@ expect_rc 1 "info of a folder" "$CLI" info .
 mkdir taken.bmp
 expect_rc 1 "output is a folder" "$CLI" convert in.bmp taken.bmp
 [ -d taken.bmp ] && [ ! -e taken.bmp.xxx ] || fail "folder output"
+
+# Unknown output types are refused before anything is read, listing the types.
+for out in q.tif q.xyz noextension; do
+    expect_rc 2 "unknown type $out" "$CLI" convert in.bmp "$out"
+    grep -q '\.bmp, \.gif, \.jpg, \.jpeg, \.png' err.txt || fail "types listed for $out"
+    [ ! -e "$out" ] || fail "$out written"
+done
+expect_rc 2 "apply to an unknown type" "$CLI" apply in.bmp q.tif gray
+# The system's reason for a failed write.
+ln -s /dev/null device.bmp
+expect_rc 1 "write onto a device" "$CLI" convert in.bmp device.bmp
+grep -q 'It is not a regular file' err.txt || fail "reason for a device"
+[ -L device.bmp ] || fail "link to a device kept"
 
 # Usage errors: exit 2 and nothing written.
 expect_rc 2 "no arguments" "$CLI" convert

@@ -4,7 +4,7 @@
 #include "formats/BmpWriter.h"
 #include "formats/FileResult.h"
 #include "formats/PictureLoader.h"
-#include "formats/RowResampler.h"
+#include "ops/RowResampler.h"
 #include "image/CDibImage.h"
 #include "platform/HeapBlock.h"
 #include "support/ImageFixtures.h"
@@ -52,9 +52,12 @@ TEST(BmpReader, ExpandsPalettedRowsThroughTheTable) {
     EXPECT_EQ(four->GetPixel(1, 0), MakeColorWord(0, 0xFF, 0));
     EXPECT_EQ(four->GetPixel(2, 0), MakeColorWord(0xFF, 0, 0));
 
-    // 12-byte header with 16-bit sizes; the table still has 4-byte entries.
+    // 12-byte header with 16-bit sizes and a table of 3-byte entries.
     // Two rows, stored bottom first.
-    const auto table8 = MakeTable({0x111111, 0x222222, 0x333333}, 256);
+    std::vector<std::uint8_t> table8;
+    for (const std::uint8_t grey : {0x11, 0x22, 0x33}) {
+        table8.insert(table8.end(), {grey, grey, grey});
+    }
     WriteBytes(dir.Path("core.bmp"), MakeBmpFile(12, 2, 2, 8, table8, {1, 2, 0, 0, 2, 0, 0, 0}));
     auto core = Load(dir.Path("core.bmp"));
     ASSERT_TRUE(core);
@@ -145,17 +148,12 @@ TEST(BmpReader, RefusesBrokenFiles) {
         {"short", {'B', 'M', 0, 0, 0}},
         {"signature only", {'B', 'M', 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 40, 0, 0}},
         {"header 11", MakeBmpFile(11, 4, 1, 24, {}, row24)},
-        {"header 52", MakeBmpFile(52, 4, 1, 24, {}, row24)},
-        {"header 108", MakeBmpFile(108, 4, 1, 24, {}, row24)},
         {"zero width", MakeBmpFile(40, 0, 1, 24, {}, row24)},
-        {"negative height", MakeBmpFile(40, 4, -1, 24, {}, row24)},
         {"width 2^31", MakeBmpFile(40, INT32_MIN, 1, 24, {}, row24)},
         {"huge width", MakeBmpFile(40, 0x7FFFFFFF, 0x7FFFFFFF, 24, {}, row24)},
         {"bit count 0", MakeBmpFile(40, 4, 1, 0, {}, row24)},
-        {"bit count 2", MakeBmpFile(40, 4, 1, 2, {}, row24)},
         {"bit count 3", MakeBmpFile(40, 4, 1, 3, {}, row24)},
         {"truncated rows", MakeBmpFile(40, 4, 2, 24, {}, row24)},
-        {"short palette", MakeBmpFile(40, 4, 1, 8, MakeTable({0}, 2), {0, 0, 0, 0})},
         {"garbage after signature",
          {'B', 'M', 0x13, 0x77, 0xFF, 0xFF, 0xFF, 0xFF, 1, 2, 3, 4, 5, 6, 7, 8, 9}},
     };
@@ -185,23 +183,16 @@ TEST(BmpReader, RefusesBrokenFiles) {
     EXPECT_FALSE(Load(dir.Path("missing.bmp"), nullptr, kLimits, &result));
 }
 
-TEST(BmpReader, SixteenAndThirtyTwoBitRowsAreReadButNotConverted) {
-    TempFolder dir;
-    WriteBytes(dir.Path("deep.bmp"), MakeBmpFile(40, 2, 1, 32, {}, std::vector<std::uint8_t>(8, 0x7F)));
-    auto deep = Load(dir.Path("deep.bmp"));
-    ASSERT_TRUE(deep);
-    EXPECT_EQ(deep->GetPixel(1, 0), 0u);
-}
-
 TEST(BmpReader, OutOfMemoryIsReportedAndHalvingIsTriedOnce) {
     TempFolder dir;
     const auto bytes = MakeBmpFile(40, 8, 6, 24, {}, std::vector<std::uint8_t>(24 * 6, 0x55));
     WriteBytes(dir.Path("m.bmp"), bytes);
     int result = 0;
     PictureFileInfo info;
-    // The reader takes its row buffer, then the picture's header, palette and
-    // bits come from the heap: the first picture fails, the half-size one works.
-    platform::HeapBlock::FailNextAllocations(1, 2);
+    // The reader takes its input buffer and row buffer, then the picture's
+    // header and bits come from the heap: the first picture fails, the
+    // half-size one works.
+    platform::HeapBlock::FailNextAllocations(1, 3);
     auto halved = Load(dir.Path("m.bmp"), &info, kLimits, &result);
     platform::HeapBlock::FailNextAllocations(0);
     ASSERT_EQ(result, kFileOk);

@@ -228,11 +228,23 @@ TEST_F(DocumentFilesTest, SaveFailuresKeepTheDocumentModified) {
     EXPECT_EQ(presenter.ShownIds().back(), platform::IDS_MEMORY_NOT_ENOUGH);
     EXPECT_TRUE(doc.IsModified());
 
+    // A file error says why, in the system's words.
     dialogAnswer = dir.Path("missing-folder/x.bmp");
     const auto shown = presenter.Shown().size();
     EXPECT_FALSE(files.SaveAs());
-    EXPECT_EQ(presenter.Shown().size(), shown); // a file error has no message
+    ASSERT_EQ(presenter.Shown().size(), shown + 1);
+    EXPECT_EQ(presenter.Shown().back().text, "Unable to save this image file !\nNo such file or directory");
     EXPECT_EQ(doc.PathName(), path);
+
+    // A name of a type Tamrick does not write is refused before anything is
+    // asked or written, with the list of the types it does write.
+    dialogAnswer = dir.Path("x.tif");
+    EXPECT_FALSE(files.SaveAs());
+    EXPECT_EQ(presenter.Shown().back().text,
+              "Tamrick cannot save this type of file. Please name it with one of these extensions: .bmp, .gif, "
+              ".jpg, .jpeg, .png");
+    EXPECT_FALSE(FileExists(dir.Path("x.tif")));
+    EXPECT_TRUE(doc.IsModified());
 }
 
 TEST_F(DocumentFilesTest, RevertReloadsAndForgetsTheSelectionAndUndo) {

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -39,6 +40,15 @@ inline void WriteBytes(const std::string& path, const std::vector<std::uint8_t>&
 
 inline bool FileExists(const std::string& path) {
     return std::ifstream(path).good();
+}
+
+// Temporary files saves leave in a folder (there should be none).
+inline int CountTemporaries(const std::string& folder) {
+    int count = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        count += entry.path().filename().string().starts_with(".tamrick-") ? 1 : 0;
+    }
+    return count;
 }
 
 inline bool ToolAvailable(const char* tool) {

@@ -42,8 +42,7 @@ TEST(PictureFiles, ReadingGoesBySignatureAndWritingByExtension) {
         std::uint8_t first;
         std::uint8_t second;
     };
-    const Case cases[] = {{"a.jpeg", 0xFF, 0xD8}, {"b.Gif", 'G', 'I'},   {"c.BMP", 'B', 'M'},
-                          {"d.png", 0x89, 'P'},   {"e.tif", 0xFF, 0xD8}, {"f", 0xFF, 0xD8}};
+    const Case cases[] = {{"a.jpeg", 0xFF, 0xD8}, {"b.Gif", 'G', 'I'}, {"c.BMP", 'B', 'M'}, {"d.png", 0x89, 'P'}};
     for (const Case& c : cases) {
         ASSERT_EQ(SavePicture(dir.Path(c.name), *picture, 80), kFileOk) << c.name;
         const auto bytes = ReadBytes(dir.Path(c.name));
@@ -52,6 +51,12 @@ TEST(PictureFiles, ReadingGoesBySignatureAndWritingByExtension) {
         EXPECT_EQ(bytes[1], c.second) << c.name;
         std::unique_ptr<CDibImage> back;
         EXPECT_EQ(Load(dir.Path(c.name), back), kFileOk) << c.name;
+    }
+    // Other names write nothing and say which types Tamrick writes.
+    for (const char* name : {"e.tif", "f", "g.xyz", "dot.jpg/h"}) {
+        EXPECT_EQ(SavePicture(dir.Path(name), *picture, 80), kFileFailed) << name;
+        EXPECT_FALSE(FileExists(dir.Path(name))) << name;
+        EXPECT_NE(SaveFailureReason().find(".bmp, .gif, .jpg, .jpeg, .png"), std::string::npos) << name;
     }
     // PNG is lossless and read through Qt.
     std::unique_ptr<CDibImage> png;
@@ -129,7 +134,7 @@ void ExpectEverySaveFailsSafely(const TempFolder& dir, const std::string& stem, 
         const auto before = ReadBytes(path);
         EXPECT_EQ(SavePicture(path, picture, 80), kFileFailed) << extension;
         EXPECT_EQ(ReadBytes(path), before) << extension;
-        EXPECT_FALSE(FileExists(path + ".xxx")) << extension;
+        EXPECT_EQ(CountTemporaries(dir.Path("")), 0) << extension;
     }
 }
 
@@ -152,7 +157,7 @@ TEST(SafeSaving, AFailedWriteKeepsTheOldFile) {
     // A folder where the file should go stays a folder.
     ASSERT_EQ(::mkdir(dir.Path("taken.bmp").c_str(), 0700), 0);
     EXPECT_EQ(SavePicture(dir.Path("taken.bmp"), *picture, 80), kFileFailed);
-    EXPECT_FALSE(FileExists(dir.Path("taken.bmp.xxx")));
+    EXPECT_EQ(CountTemporaries(dir.Path("")), 0);
     // A folder that does not exist.
     EXPECT_EQ(SavePicture(dir.Path("nowhere/x.bmp"), *picture, 80), kFileFailed);
 
@@ -229,18 +234,29 @@ TEST(LoadLimitsTest, TrialAllocationHalvesDownToTheFloor) {
     }
 }
 
-TEST(LoadLimitsTest, UsersMayRaiseTheStartButNotLowerIt) {
+TEST(LoadLimitsTest, TheStartComesFromTheMachineUnlessTheUserSetOne) {
+    constexpr std::uint64_t kGiB = 1ull << 30;
+    // A picture may take an eighth of the memory, as a square, at most 30000.
+    EXPECT_EQ(LoadLimits::MachineStart(24 * kGiB).width, 30000);
+    const LoadLimitSize small = LoadLimits::MachineStart(2 * kGiB);
+    EXPECT_EQ(small.width, 9459);
+    EXPECT_EQ(small.height, 9459);
+    EXPECT_EQ(LoadLimits::MachineStart(64ull << 20).width, 1672);
+    EXPECT_EQ(LoadLimits::MachineStart(1 << 20).height, 320); // the floor
+
+    LoadLimits::FakePhysicalMemory(2 * kGiB);
     auto start = LoadLimits::StartFromSettings();
-    EXPECT_EQ(start.width, 1920);
-    EXPECT_EQ(start.height, 2560);
+    EXPECT_EQ(start.width, 9459);
     platform::Settings::WriteInt("MainSection", "MaxLoadWidth", 8000);
     platform::Settings::WriteInt("MainSection", "MaxLoadHeight", 90000);
     start = LoadLimits::StartFromSettings();
     EXPECT_EQ(start.width, 8000);
     EXPECT_EQ(start.height, 30000);
     platform::Settings::WriteInt("MainSection", "MaxLoadWidth", 100);
-    EXPECT_EQ(LoadLimits::StartFromSettings().width, 1920);
-    platform::Settings::WriteInt("MainSection", "MaxLoadHeight", 2560);
+    EXPECT_EQ(LoadLimits::StartFromSettings().width, 240);
+    LoadLimits::FakePhysicalMemory(0);
+    platform::Settings::Remove("MainSection", "MaxLoadWidth");
+    platform::Settings::Remove("MainSection", "MaxLoadHeight");
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "formats/RowResampler.h"
+#include "ops/RowResampler.h"
 #include "ops/CImageTransform.h"
 #include "ops/ImageRescaler.h"
 #include "ops/OpsTestImages.h"

@@ -1,5 +1,6 @@
-// libFuzzer target: the BMP reader and its streaming scaler on any bytes, with
-// small load limits so that the shrinking path runs as often as the direct one.
+// libFuzzer target: the BMP reader (every header, table, bit-field and RLE
+// path) and its streaming scaler on any bytes, with desktop limits and with
+// small ones so that the shrinking path runs as often as the direct one.
 #include "formats/BmpLoader.h"
 #include "image/CDibImage.h"
 
@@ -16,7 +17,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     std::fwrite(data, 1, size, file);
     std::fclose(file);
-    for (const LoadLimitSize limits : {LoadLimitSize{1920, 2560}, LoadLimitSize{3, 2}}) {
+    for (const LoadLimitSize limits : {LoadLimitSize{30000, 30000}, LoadLimitSize{3, 2}}) {
         CDibImage picture;
         int fileWidth = 0;
         int fileHeight = 0;

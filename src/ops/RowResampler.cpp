@@ -1,4 +1,4 @@
-#include "formats/RowResampler.h"
+#include "ops/RowResampler.h"
 
 #include <algorithm>
 

@@ -1,0 +1,289 @@
+#include "FormatFixtures.h"
+
+#include "formats/FileResult.h"
+#include "formats/PictureLoader.h"
+#include "image/CDibImage.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr LoadLimitSize kLimits{1920, 2560};
+
+// A BMP file with every header field a test may want to set. Masks go into a
+// header of 52 bytes or more, else right after it.
+struct BmpSpec {
+    std::uint32_t headerSize = 40;
+    std::int32_t width = 0;
+    std::int32_t height = 0;
+    std::uint16_t bits = 24;
+    std::uint32_t compression = 0;
+    std::uint32_t colorsUsed = 0;
+    std::vector<std::uint32_t> masks{};
+    std::vector<std::uint8_t> table{};
+    std::vector<std::uint8_t> gap{}; // bytes between the table and the pixels
+    std::vector<std::uint8_t> pixels{};
+};
+
+std::vector<std::uint8_t> Build(const BmpSpec& spec) {
+    std::vector<std::uint8_t> header;
+    if (spec.headerSize == 12) {
+        Put16(header, static_cast<std::uint32_t>(spec.width));
+        Put16(header, static_cast<std::uint32_t>(spec.height));
+        Put16(header, 1);
+        Put16(header, spec.bits);
+    } else {
+        Put32(header, static_cast<std::uint32_t>(spec.width));
+        Put32(header, static_cast<std::uint32_t>(spec.height));
+        Put16(header, 1);
+        Put16(header, spec.bits);
+        for (std::uint32_t field : {spec.compression, 0u, 2835u, 2835u, spec.colorsUsed, 0u}) {
+            Put32(header, field);
+        }
+        if (spec.headerSize >= 52) {
+            for (std::uint32_t mask : spec.masks) {
+                Put32(header, mask);
+            }
+        }
+        header.resize(spec.headerSize - 4, 0);
+        if (spec.headerSize < 52) {
+            for (std::uint32_t mask : spec.masks) {
+                Put32(header, mask);
+            }
+        }
+    }
+    std::vector<std::uint8_t> out = {'B', 'M'};
+    const auto offset = static_cast<std::uint32_t>(18 + header.size() + spec.table.size() + spec.gap.size());
+    Put32(out, static_cast<std::uint32_t>(offset + spec.pixels.size()));
+    Put32(out, 0);
+    Put32(out, offset);
+    Put32(out, spec.headerSize);
+    const std::vector<std::uint8_t>& head = header;
+    for (const std::vector<std::uint8_t>* part : {&head, &spec.table, &spec.gap, &spec.pixels}) {
+        out.insert(out.end(), part->begin(), part->end());
+    }
+    return out;
+}
+
+// Loads a spec through the whole loader; null on failure.
+std::unique_ptr<CDibImage> LoadSpec(const BmpSpec& spec, int* result = nullptr) {
+    TempFolder dir;
+    WriteBytes(dir.Path("v.bmp"), Build(spec));
+    std::unique_ptr<CDibImage> picture;
+    const int r = LoadPicture(dir.Path("v.bmp"), kLimits, picture);
+    if (result != nullptr) {
+        *result = r;
+    }
+    return picture;
+}
+
+std::vector<ColorWord> Row(const CDibImage& picture, int y) {
+    std::vector<ColorWord> row;
+    for (int x = 0; x < picture.Width(); ++x) {
+        row.push_back(picture.GetPixel(x, y));
+    }
+    return row;
+}
+
+// 3 x 2 pixels, top row red, green, blue; bottom row white, grey, black.
+const ColorWord kTop[3] = {0x0000FF, 0x00FF00, 0xFF0000};
+const ColorWord kBottom[3] = {0xFFFFFF, 0x808080, 0x000000};
+
+std::vector<std::uint8_t> Rows24(bool topDown) {
+    std::vector<std::uint8_t> rows;
+    for (const ColorWord* line : topDown ? std::vector{kTop, kBottom} : std::vector{kBottom, kTop}) {
+        for (int x = 0; x < 3; ++x) {
+            rows.insert(rows.end(), {static_cast<std::uint8_t>(line[x] >> 16), static_cast<std::uint8_t>(line[x] >> 8),
+                                     static_cast<std::uint8_t>(line[x])});
+        }
+        rows.resize(rows.size() + 3, 0); // padding to 12 bytes
+    }
+    return rows;
+}
+
+void ExpectTwoRows(const CDibImage* picture, const std::string& what) {
+    ASSERT_TRUE(picture) << what;
+    EXPECT_EQ(Row(*picture, 0), std::vector<ColorWord>(kTop, kTop + 3)) << what;
+    EXPECT_EQ(Row(*picture, 1), std::vector<ColorWord>(kBottom, kBottom + 3)) << what;
+}
+
+TEST(BmpVariants, EveryHeaderSizeAndTopDownRowsGiveTheSamePicture) {
+    for (std::uint32_t headerSize : {12u, 16u, 40u, 52u, 56u, 64u, 108u, 124u}) {
+        BmpSpec spec{.headerSize = headerSize, .width = 3, .height = 2, .pixels = Rows24(false)};
+        if (headerSize >= 52) {
+            spec.masks = {0xFF0000, 0xFF00, 0xFF, 0};
+        }
+        ExpectTwoRows(LoadSpec(spec).get(), "header " + std::to_string(headerSize));
+        if (headerSize != 12) {
+            spec.height = -2;
+            spec.pixels = Rows24(true);
+            ExpectTwoRows(LoadSpec(spec).get(), "top-down header " + std::to_string(headerSize));
+        }
+    }
+}
+
+TEST(BmpVariants, ShortTablesTwoBitPalettesAndThePixelOffset) {
+    const auto table = MakeTable({0xFF0000, 0x00FF00, 0x0000FF, 0xFFFFFF}, 4); // red, green, blue, white
+    // 2 bits: indices 0 1 2 3 | 3 2 1 0 across 4 pixels, rows bottom first.
+    BmpSpec two{.width = 4, .height = 2, .bits = 2, .colorsUsed = 4, .table = table,
+                .pixels = {0xE4, 0, 0, 0, 0x1B, 0, 0, 0}};
+    auto picture = LoadSpec(two);
+    ASSERT_TRUE(picture);
+    EXPECT_EQ(Row(*picture, 0), (std::vector<ColorWord>{0x0000FF, 0x00FF00, 0xFF0000, 0xFFFFFF}));
+    EXPECT_EQ(Row(*picture, 1), (std::vector<ColorWord>{0xFFFFFF, 0xFF0000, 0x00FF00, 0x0000FF}));
+
+    // 8 bits with a three-entry table, a gap (a profile, say) before the
+    // pixels; an index beyond the table is black.
+    BmpSpec eight{.width = 4, .height = 1, .bits = 8, .colorsUsed = 3, .table = MakeTable({1, 2, 3}, 3),
+                  .gap = std::vector<std::uint8_t>(37, 0xEE), .pixels = {2, 1, 0, 200}};
+    picture = LoadSpec(eight);
+    ASSERT_TRUE(picture);
+    EXPECT_EQ(Row(*picture, 0), (std::vector<ColorWord>{0x030000, 0x020000, 0x010000, 0}));
+    // A table with more entries than the depth needs: the offset still finds the pixels.
+    eight.colorsUsed = 0;
+    eight.table = MakeTable({1, 2, 3}, 300);
+    eight.gap.clear();
+    picture = LoadSpec(eight);
+    ASSERT_TRUE(picture);
+    EXPECT_EQ(picture->GetPixel(0, 0), 0x030000u);
+}
+
+// Pixels of one mask layout; each expected colour is 0x00BBGGRR.
+struct FieldCase {
+    const char* name;
+    BmpSpec spec;
+    std::vector<ColorWord> expected;
+};
+
+TEST(BmpVariants, BitFieldsScaleEachChannelToEightBitsAndAlphaLiesOverWhite) {
+    const std::vector<FieldCase> cases = {
+        // 16 bits, default 5-5-5: full red, half green (15/31), blue 1/31.
+        {"555", {.width = 2, .height = 1, .bits = 16, .pixels = {0x00, 0x7C, 0xE1, 0x01}},
+         {0x0000FF, 0x087B00}},
+        {"565", {.width = 2, .height = 1, .bits = 16, .compression = 3, .masks = {0xF800, 0x07E0, 0x001F},
+                 .pixels = {0xE0, 0x07, 0x1F, 0x00}},
+         {0x00FF00, 0xFF0000}},
+        {"888 default", {.width = 1, .height = 1, .bits = 32, .pixels = {0x10, 0x20, 0x30, 0x99}}, {0x102030}},
+        // 10-10-10-2 in a 40-byte header with the masks after it: red 1023,
+        // green 512 (-> 128), blue 0.
+        {"10-10-10", {.width = 1, .height = 1, .bits = 32, .compression = 3,
+                      .masks = {0x3FF00000, 0x000FFC00, 0x000003FF}, .pixels = {0x00, 0x00, 0xF8, 0x3F}},
+         {0x0080FF}},
+        // Alpha bit fields (four masks after a 40-byte header): half-transparent black.
+        {"alpha", {.width = 1, .height = 1, .bits = 32, .compression = 6,
+                   .masks = {0xFF0000, 0xFF00, 0xFF, 0xFF000000}, .pixels = {0, 0, 0, 0x80}},
+         {0x7F7F7F}},
+        // A V5 header's alpha mask: transparent red is white.
+        {"v5 alpha", {.headerSize = 124, .width = 1, .height = 1, .bits = 32, .compression = 3,
+                      .masks = {0xFF0000, 0xFF00, 0xFF, 0xFF000000}, .pixels = {0, 0, 0xFF, 0}},
+         {0xFFFFFF}},
+    };
+    for (const FieldCase& c : cases) {
+        auto picture = LoadSpec(c.spec);
+        ASSERT_TRUE(picture) << c.name;
+        EXPECT_EQ(Row(*picture, 0), c.expected) << c.name;
+    }
+}
+
+TEST(BmpVariants, RunLengthCodesWithRunsThatOverflowAreClipped) {
+    const auto table = MakeTable({0x000000, 0xFF0000, 0x00FF00, 0x0000FF}, 4); // black, red, green, blue
+    // RLE8, 4 x 3, bottom row first: a run of 6 (clipped to 4), end of line;
+    // absolute 2,3,1 (padded), end of line; delta right 1 and up 0, run 1 of 2
+    // with 5 more pixels beyond the row, end of picture.
+    BmpSpec rle8{.width = 4, .height = 3, .bits = 8, .compression = 1, .colorsUsed = 4, .table = table,
+                 .pixels = {6, 1, 0, 0, 0, 3, 2, 3, 1, 0, 0, 0, 0, 2, 1, 0, 6, 2, 0, 1}};
+    auto picture = LoadSpec(rle8);
+    ASSERT_TRUE(picture);
+    EXPECT_EQ(Row(*picture, 2), std::vector<ColorWord>(4, 0x0000FF));
+    EXPECT_EQ(Row(*picture, 1), (std::vector<ColorWord>{0x00FF00, 0xFF0000, 0x0000FF, 0}));
+    EXPECT_EQ(Row(*picture, 0), (std::vector<ColorWord>{0, 0x00FF00, 0x00FF00, 0x00FF00}));
+
+    // RLE4, 5 x 2: a run of 2 (1 then 2); a delta up one row leaves the
+    // bottom row's rest and the next row's start blank, then absolute 3,1,2
+    // (two bytes plus padding), end of picture.
+    BmpSpec rle4{.width = 5, .height = 2, .bits = 4, .compression = 2, .colorsUsed = 4, .table = table,
+                 .pixels = {2, 0x12, 0, 2, 0, 1, 0, 3, 0x31, 0x20, 0, 1}};
+    picture = LoadSpec(rle4);
+    ASSERT_TRUE(picture);
+    EXPECT_EQ(Row(*picture, 1), (std::vector<ColorWord>{0x0000FF, 0x00FF00, 0, 0, 0}));
+    EXPECT_EQ(Row(*picture, 0), (std::vector<ColorWord>{0, 0, 0xFF0000, 0x0000FF, 0x00FF00}));
+
+    // Data that stops before the picture is complete fails.
+    rle8.pixels = {6, 1, 0, 0, 2};
+    int result = 99;
+    EXPECT_FALSE(LoadSpec(rle8, &result));
+    EXPECT_EQ(result, kFileFailed);
+}
+
+TEST(BmpVariants, FilesThisReaderCannotDecodeFailCleanly) {
+    const std::vector<std::uint8_t> row(12, 0x40);
+    const std::vector<std::pair<const char*, BmpSpec>> cases = {
+        {"embedded JPEG", {.width = 4, .height = 1, .bits = 24, .compression = 4, .pixels = {0xFF, 0xD8, 0xFF}}},
+        {"embedded PNG", {.width = 4, .height = 1, .bits = 24, .compression = 5, .pixels = {0x89, 'P', 'N'}}},
+        {"OS/2 Huffman", {.headerSize = 64, .width = 8, .height = 1, .bits = 1, .compression = 3, .pixels = row}},
+        {"RLE top-down", {.width = 4, .height = -1, .bits = 8, .compression = 1, .pixels = {0, 1}}},
+        {"RLE8 at 4 bits", {.width = 4, .height = 1, .bits = 4, .compression = 1, .pixels = {0, 1}}},
+        {"zero masks", {.width = 1, .height = 1, .bits = 32, .compression = 3, .masks = {0, 0, 0}, .pixels = row}},
+        {"bit fields at 24", {.width = 4, .height = 1, .bits = 24, .compression = 3, .masks = {1, 2, 4}, .pixels = row}},
+        {"cut after one row", {.width = 4, .height = 3, .bits = 24, .pixels = row}},
+        {"header 100", {.headerSize = 100, .width = 4, .height = 1, .pixels = row}},
+        {"too wide", {.width = 1 << 20, .height = 1, .bits = 1, .pixels = std::vector<std::uint8_t>(1 << 17)}},
+        // A few bytes of RLE declaring gigapixels of nothing.
+        {"RLE bomb", {.width = 200000, .height = 30000, .bits = 8, .compression = 1, .pixels = {0, 1}}},
+    };
+    for (const auto& [name, spec] : cases) {
+        int result = 99;
+        EXPECT_FALSE(LoadSpec(spec, &result)) << name;
+        EXPECT_EQ(result, kFileFailed) << name;
+    }
+    // An offset beyond the file.
+    auto bytes = Build({.width = 4, .height = 1, .pixels = row});
+    bytes[10] = 0xF0;
+    bytes[11] = 0xFF;
+    TempFolder dir;
+    WriteBytes(dir.Path("far.bmp"), bytes);
+    std::unique_ptr<CDibImage> picture;
+    EXPECT_EQ(LoadPicture(dir.Path("far.bmp"), kLimits, picture), kFileFailed);
+}
+
+// What ImageMagick writes, decoded by ImageMagick itself into a plain
+// 24-bit BMP over white, must be what we decode.
+TEST(BmpVariants, FilesWrittenByImageMagickMatchItsOwnDecoding) {
+    if (!ToolAvailable("convert")) {
+        GTEST_SKIP() << "ImageMagick is installed by scripts/install-deps.sh";
+    }
+    TempFolder dir;
+    const std::string source = dir.Path("src.png");
+    ASSERT_EQ(RunQuiet("convert -size 37x23 gradient:red-blue -fill green -draw 'rectangle 3,3 10,12' " + source), 0);
+    const char* variants[] = {
+        "BMP3:%s -type TrueColor",
+        "BMP:%s -type TrueColor",
+        "BMP:%s -alpha set -channel A -evaluate set 50%% +channel",
+        "BMP3:%s -colors 200 -type Palette",
+        "BMP3:%s -colors 12 -type Palette",
+        "BMP3:%s -colors 2 -type Palette",
+        "BMP3:%s -colors 100 -type Palette -compress RLE",
+        "BMP3:%s -colors 10 -type Palette -compress RLE",
+        "BMP2:%s -colors 100 -type Palette",
+        "BMP:%s -define bmp:subtype=RGB565",
+        "BMP:%s -define bmp:subtype=RGB555",
+    };
+    for (const char* variant : variants) {
+        const std::string file = dir.Path("v.bmp");
+        char args[256];
+        std::snprintf(args, sizeof args, variant, file.c_str());
+        const std::string options = std::string(args).substr(std::string(args).find(' ') + 1);
+        const std::string target = std::string(args).substr(0, std::string(args).find(' '));
+        ASSERT_EQ(RunQuiet("convert " + source + " " + options + " " + target), 0) << variant;
+        ASSERT_EQ(RunQuiet("convert " + file + " -background white -flatten -type TrueColor BMP3:" +
+                           dir.Path("ref.bmp")), 0) << variant;
+        std::unique_ptr<CDibImage> ours;
+        std::unique_ptr<CDibImage> theirs;
+        ASSERT_EQ(LoadPicture(file, kLimits, ours), kFileOk) << variant;
+        ASSERT_EQ(LoadPicture(dir.Path("ref.bmp"), kLimits, theirs), kFileOk) << variant;
+        ASSERT_EQ(ours->Width(), 37);
+        EXPECT_GE(Psnr(*ours, *theirs), 45.0) << variant;
+    }
+}
+
+} // namespace
