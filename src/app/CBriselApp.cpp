@@ -207,8 +207,8 @@ bool CBriselApp::OpenDocumentFile(const QString& path) {
     if (m_files == nullptr) {
         return false;
     }
-    // A missing file changes nothing; every other outcome replaces the picture
-    // (a failed load leaves a blank one) and says so with a size-change update.
+    // A file that cannot be opened changes nothing; an opened one replaces the
+    // picture and says so with a size-change update.
     bool replaced = false;
     const int watch = m_document.AddViewObserver(
         [&replaced](int hint) { replaced = replaced || hint == CBriselDoc::kHintImageSize; });
@@ -288,7 +288,6 @@ void CBriselApp::OnExit() {
 void CBriselApp::OnHelp() {
     if (m_help == nullptr) {
         m_help = new HelpWindow;
-        m_help->setAttribute(Qt::WA_DeleteOnClose);
     }
     if (!m_help->HasPage()) {
         platform::ShowMessage(platform::IDS_HELP_MISSING, platform::MB_ICONEXCLAMATION);

@@ -40,6 +40,7 @@
 namespace {
 const char* const kMain = "MainSection";
 const char* const kTools = "ToolSection";
+const char* const kFitKey = "FitLargePictures";
 
 ColorWord ReadColor(const char* prefix, int r, int g, int b) {
     const std::string p(prefix);
@@ -205,9 +206,17 @@ bool CMainFrame::PixelGridShown() const {
 }
 
 void CMainFrame::FitLargePicture() {
-    if (platform::Settings::ReadInt(kMain, "FitLargePictures", 1) != 0) {
+    if (FitsLargePictures()) {
         View()->FitIfLarger();
     }
+}
+
+bool CMainFrame::FitsLargePictures() {
+    return platform::Settings::ReadInt(kMain, kFitKey, 1) != 0;
+}
+
+void CMainFrame::SetFitsLargePictures(bool on) {
+    platform::Settings::WriteInt(kMain, kFitKey, on ? 1 : 0);
 }
 
 void CMainFrame::OnToolBar() {

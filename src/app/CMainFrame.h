@@ -56,6 +56,9 @@ public:
     // After a picture was opened: fitted to the window when it is larger and
     // the option asks for it.
     void FitLargePicture();
+    // Options: "Fit large pictures to the window when opening" (on by default).
+    static bool FitsLargePictures();
+    static void SetFitsLargePictures(bool on);
     void OnUndo();
     void OnRedo();
     // An Image or Filter menu command: its dialog first when it has one.

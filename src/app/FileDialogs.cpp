@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QFileDialog>
+#include <QRegularExpression>
 #include <QFileInfo>
 #include <QStandardPaths>
 
@@ -64,7 +65,12 @@ QString FileDialogs::AskSavePath(QWidget* parent, const QString& currentPath) {
     Prepare(dialog);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
-    dialog.setDefaultSuffix(QStringLiteral("jpg"));
+    // A name typed without an extension takes the one of the chosen type.
+    const auto followType = [&dialog](const QString& filter) {
+        const int star = filter.indexOf(QStringLiteral("*."));
+        dialog.setDefaultSuffix(filter.mid(star + 2).section(QRegularExpression(QStringLiteral("[ )]")), 0, 0));
+    };
+    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, followType);
     if (!currentPath.isEmpty()) {
         const QFileInfo info(currentPath);
         dialog.setDirectory(info.absolutePath());
@@ -76,5 +82,6 @@ QString FileDialogs::AskSavePath(QWidget* parent, const QString& currentPath) {
             }
         }
     }
+    followType(dialog.selectedNameFilter());
     return Finish(dialog);
 }

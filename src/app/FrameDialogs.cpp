@@ -16,24 +16,50 @@
 #include <QStorageInfo>
 #include <QTextStream>
 
-void FrameDialogs::Options(CMainFrame& frame) {
+namespace {
+// Every field as the settings hold it now.
+OptionsValues CurrentOptions(CMainFrame& frame) {
     const LoadLimitSize limits = LoadLimits::StartFromSettings();
-    OptionsValues before{frame.JpegQuality(), frame.Renderer().DisplayMode(), frame.PenPressureSimulation(),
+    OptionsValues values{frame.JpegQuality(), frame.Renderer().DisplayMode(), frame.PenPressureSimulation(),
                          limits.width, limits.height};
-    before.undoSteps = undolimits::StoredSteps();
-    before.undoMemoryMB = undolimits::StoredMemoryMB();
+    values.undoSteps = undolimits::StoredSteps();
+    values.undoMemoryMB = undolimits::StoredMemoryMB();
+    values.fitLargePictures = CMainFrame::FitsLargePictures();
+    return values;
+}
+
+void WriteInt(const char* section, const char* key, int before, int after) {
+    if (after != before) {
+        platform::Settings::WriteInt(section, key, after);
+    }
+}
+} // namespace
+
+// OK writes only what the user changed, so a setting the dialog shows but
+// was not touched keeps exactly what the settings hold.
+void FrameDialogs::Options(CMainFrame& frame) {
+    const OptionsValues before = CurrentOptions(frame);
     OptionsDialog dialog(before, &frame);
     if (dialog.exec() != QDialog::Accepted) {
         return;
     }
     const OptionsValues after = dialog.Values();
-    frame.SetJpegQuality(after.jpegQuality);
-    frame.SetPressureSimulation(after.pressureSimulation);
-    platform::Settings::WriteInt(LoadLimits::kSection, LoadLimits::kWidthKey, after.maxLoadWidth);
-    platform::Settings::WriteInt(LoadLimits::kSection, LoadLimits::kHeightKey, after.maxLoadHeight);
-    platform::Settings::WriteInt(undolimits::kSection, undolimits::kStepsKey, after.undoSteps);
-    platform::Settings::WriteInt(undolimits::kSection, undolimits::kMemoryKey, after.undoMemoryMB);
-    frame.UndoHistory().SetLimits(undolimits::Make(after.undoSteps, after.undoMemoryMB));
+    if (after.jpegQuality != before.jpegQuality) {
+        frame.SetJpegQuality(after.jpegQuality);
+    }
+    if (after.pressureSimulation != before.pressureSimulation) {
+        frame.SetPressureSimulation(after.pressureSimulation);
+    }
+    if (after.fitLargePictures != before.fitLargePictures) {
+        CMainFrame::SetFitsLargePictures(after.fitLargePictures);
+    }
+    WriteInt(LoadLimits::kSection, LoadLimits::kWidthKey, before.maxLoadWidth, after.maxLoadWidth);
+    WriteInt(LoadLimits::kSection, LoadLimits::kHeightKey, before.maxLoadHeight, after.maxLoadHeight);
+    WriteInt(undolimits::kSection, undolimits::kStepsKey, before.undoSteps, after.undoSteps);
+    WriteInt(undolimits::kSection, undolimits::kMemoryKey, before.undoMemoryMB, after.undoMemoryMB);
+    if (after.undoSteps != before.undoSteps || after.undoMemoryMB != before.undoMemoryMB) {
+        frame.UndoHistory().SetLimits(undolimits::Make(after.undoSteps, after.undoMemoryMB));
+    }
     if (after.displayMode != before.displayMode) {
         // Re-render in the new mode; the background needs no erasing.
         frame.Renderer().SetDisplayMode(after.displayMode);

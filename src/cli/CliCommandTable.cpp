@@ -6,7 +6,7 @@
 namespace {
 // Commands are added here as they are built: {name, synopsis, summary, handler}.
 const std::vector<CliCommand> kCommands = {
-    {"info", "FILE [--max-size W,H]", "print a picture file's type, size, resolution and reduced flag, and the load limits in force",
+    {"info", "FILE [--max-size W,H]", "print a picture file's type, size, resolution, reduced flag and whether it has transparent pixels (alpha), and the load limits in force",
      RunInfoCommand},
     {"convert", "IN OUT [--quality N] [--max-size W,H]",
      "load IN by its contents and save OUT in the format its extension names", RunConvertCommand},

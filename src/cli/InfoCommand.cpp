@@ -40,8 +40,9 @@ int RunInfoCommand(const std::vector<std::string>& args) {
     }
     const bool reduced = picture->Width() != info.fileWidth || picture->Height() != info.fileHeight;
     std::printf("type: %s\nwidth: %d\nheight: %d\nfile-width: %d\nfile-height: %d\ndpi: %d %d\nreduced: %d\n"
-                "load-limits: %d %d\n",
+                "load-limits: %d %d\nalpha: %d\n",
                 ImageFileTypeName(static_cast<ImageFileType>(info.type)), picture->Width(), picture->Height(),
-                info.fileWidth, info.fileHeight, picture->DpiX(), picture->DpiY(), reduced ? 1 : 0, limits.width, limits.height);
+                info.fileWidth, info.fileHeight, picture->DpiX(), picture->DpiY(), reduced ? 1 : 0, limits.width,
+                limits.height, info.transparent ? 1 : 0);
     return kExitSuccess;
 }

@@ -18,7 +18,8 @@
 
 OptionsDialog::OptionsDialog(const OptionsValues& values, QWidget* parent)
     : QDialog(parent), m_quality(new NumberTriple(1, 100, values.jpegQuality)), m_display(new QComboBox),
-      m_pressure(new QCheckBox(QStringLiteral("Pen Pressure Simulation"))), m_maxWidth(new QSpinBox),
+      m_pressure(new QCheckBox(QStringLiteral("Pen Pressure Simulation"))),
+      m_fit(new QCheckBox(QStringLiteral("Fit large pictures to the window when opening"))), m_maxWidth(new QSpinBox),
       m_maxHeight(new QSpinBox), m_undoSteps(new QSpinBox), m_undoMemory(new QSpinBox) {
     setWindowTitle(QStringLiteral("Options"));
     auto* layout = new QVBoxLayout(this);
@@ -40,6 +41,8 @@ OptionsDialog::OptionsDialog(const OptionsValues& values, QWidget* parent)
                          QStringLiteral("65536 colors"), QStringLiteral("4096 colors")});
     m_display->setCurrentIndex(values.displayMode);
     displayLayout->addRow(QStringLiteral("Optimized for :"), m_display);
+    m_fit->setChecked(values.fitLargePictures);
+    displayLayout->addRow(m_fit);
     layout->addWidget(display);
 
     m_pressure->setChecked(values.pressureSimulation);
@@ -80,6 +83,7 @@ OptionsValues OptionsDialog::Values() const {
                          m_maxWidth->value(), m_maxHeight->value()};
     values.undoSteps = m_undoSteps->value();
     values.undoMemoryMB = m_undoMemory->value();
+    values.fitLargePictures = m_fit->isChecked();
     return values;
 }
 

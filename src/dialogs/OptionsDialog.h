@@ -17,6 +17,8 @@ struct OptionsValues {
     // Undo: how many steps and how much memory the history keeps.
     int undoSteps = 100;
     int undoMemoryMB = 1024;
+    // Pictures larger than the window open fitted to it.
+    bool fitLargePictures = true;
 };
 
 // "Options": JPEG quality, display optimisation, pen pressure simulation and
@@ -31,6 +33,7 @@ public:
     NumberTriple* Quality() const { return m_quality; }
     QComboBox* DisplayMode() const { return m_display; }
     QCheckBox* Pressure() const { return m_pressure; }
+    QCheckBox* FitLargePictures() const { return m_fit; }
     QSpinBox* MaxLoadWidth() const { return m_maxWidth; }
     QSpinBox* MaxLoadHeight() const { return m_maxHeight; }
     QSpinBox* UndoSteps() const { return m_undoSteps; }
@@ -43,6 +46,7 @@ private:
     NumberTriple* m_quality;
     QComboBox* m_display;
     QCheckBox* m_pressure;
+    QCheckBox* m_fit;
     QSpinBox* m_maxWidth;
     QSpinBox* m_maxHeight;
     QSpinBox* m_undoSteps;

@@ -9,7 +9,6 @@
 #include "image/CBriselDoc.h"
 #include "image/CUndoHistory.h"
 #include "image/DibHelpers.h"
-#include "platform/ScreenMetrics.h"
 #include "platform/StringTable.h"
 
 #include <sys/stat.h>
@@ -17,8 +16,6 @@
 using platform::MessageAnswer;
 
 namespace {
-constexpr ColorWord kWhite = 0x00FFFFFF;
-
 std::string FileNameOf(const std::string& path) {
     const auto slash = path.find_last_of('/');
     return slash == std::string::npos ? path : path.substr(slash + 1);
@@ -66,48 +63,41 @@ int CDocumentFiles::OnOpenDocument(const std::string& path) {
         platform::ShowMessageText(text, platform::MB_ICONSTOP);
         return 0;
     }
-    m_doc.SetReduced(false);
+    // The file is read before anything of the document goes: a file that
+    // cannot be read leaves picture, name, modified flag and undo as they were.
+    LoadedPicture loaded;
+    const int result = LoadWithMask(path, loaded);
+    if (result != kFileOk) {
+        ShowLoadFailure(result);
+        return 0;
+    }
     m_doc.SetModifiedFlag(false);
     m_doc.DeleteContents();
     m_undo.Empty();
-    m_reducedNoticePending = false;
-
-    std::unique_ptr<CDibImage> picture;
-    PictureFileInfo info;
-    int result = LoadPicture(path, m_limits, picture, &info);
-    std::unique_ptr<CDibImage> mask;
-    if (result == kFileOk) {
-        mask = CreateMask(picture->Width(), picture->Height(), true);
-        result = mask ? kFileOk : kFileOutOfMemory;
-    }
-    if (result != kFileOk) {
-        OpenFailed(path, result);
-        return 0;
-    }
-    const bool reduced = picture->Width() != info.fileWidth || picture->Height() != info.fileHeight;
-    m_doc.SetPicture(std::move(picture));
-    m_doc.SetMask(std::move(mask));
+    Adopt(loaded);
     m_doc.SetPathName(path);
     m_doc.SetTitle(FileNameOf(path));
-    m_doc.SetReduced(reduced);
-    m_reducedNoticePending = reduced;
+    m_reducedNoticePending = m_doc.IsReduced();
     m_doc.UpdateAllViews(CBriselDoc::kHintImageSize);
     return 1;
 }
 
-void CDocumentFiles::OpenFailed(const std::string& path, int result) {
-    BitmapInfoHeader header;
-    InitDibHeader(header, platform::ScreenMetrics::Width(), platform::ScreenMetrics::Height(), 24, 72, 72);
-    m_doc.NewImage(header, kFillFormatTrueColor, kWhite);
-    if (m_viewReset) {
-        m_viewReset();
+int CDocumentFiles::LoadWithMask(const std::string& path, LoadedPicture& loaded) const {
+    int result = LoadPicture(path, m_limits, loaded.picture, &loaded.info);
+    if (result == kFileOk) {
+        loaded.mask = CreateMask(loaded.picture->Width(), loaded.picture->Height(), true);
+        result = loaded.mask ? kFileOk : kFileOutOfMemory;
     }
-    ShowLoadFailure(result);
-    m_doc.SetReduced(true);
-    m_doc.SetPathName({});
-    m_doc.SetTitle(FileNameOf(path));
-    m_doc.SetModifiedFlag(false);
-    m_doc.UpdateAllViews(CBriselDoc::kHintImageSize);
+    return result;
+}
+
+void CDocumentFiles::Adopt(LoadedPicture& loaded) {
+    const bool reduced = loaded.picture->Width() != loaded.info.fileWidth ||
+                         loaded.picture->Height() != loaded.info.fileHeight;
+    m_doc.SetPicture(std::move(loaded.picture));
+    m_doc.SetMask(std::move(loaded.mask));
+    m_doc.SetReduced(reduced);
+    m_doc.SetFileHasTransparency(loaded.info.transparent);
 }
 
 bool CDocumentFiles::ShowReducedNotice() {
@@ -123,9 +113,22 @@ bool CDocumentFiles::Save() {
     if (!HasUsablePath()) {
         return SaveAs();
     }
+    if (m_doc.FileHasTransparency()) {
+        // Saving over the file would fill its transparent areas with white.
+        switch (platform::ShowMessage(platform::IDS_SAVE_WITHOUT_TRANSPARENCY,
+                                      platform::MB_YESNOCANCEL | platform::MB_ICONQUESTION)) {
+        case MessageAnswer::Yes:
+            break;
+        case MessageAnswer::No:
+            return SaveAs();
+        default:
+            return false;
+        }
+    }
     if (!OnSaveDocument(m_doc.PathName())) {
         return false;
     }
+    m_doc.SetFileHasTransparency(false);
     m_doc.SetModifiedFlag(false);
     return true;
 }
@@ -142,6 +145,7 @@ bool CDocumentFiles::SaveAs() {
     m_doc.SetTitle(FileNameOf(*chosen));
     m_doc.SetModifiedFlag(false);
     m_doc.SetReduced(false);
+    m_doc.SetFileHasTransparency(false);
     m_reducedNoticePending = false;
     return true;
 }
@@ -222,24 +226,19 @@ int CDocumentFiles::Revert() {
     if (!CanRevert()) {
         return 0;
     }
-    std::unique_ptr<CDibImage> picture;
-    PictureFileInfo info;
-    int result = LoadPicture(m_doc.PathName(), m_limits, picture, &info);
-    std::unique_ptr<CDibImage> mask;
-    if (result == kFileOk) {
-        mask = CreateMask(picture->Width(), picture->Height(), true);
-        result = mask ? kFileOk : kFileOutOfMemory;
+    if (platform::ShowMessage(platform::IDS_REVERT_DISCARDS_CHANGES,
+                              platform::MB_YESNO | platform::MB_ICONQUESTION) != MessageAnswer::Yes) {
+        return 0;
     }
+    LoadedPicture loaded;
+    const int result = LoadWithMask(m_doc.PathName(), loaded);
     if (result != kFileOk) {
         ShowLoadFailure(result);
         return 0;
     }
-    const bool reduced = picture->Width() != info.fileWidth || picture->Height() != info.fileHeight;
     m_doc.DiscardFloating();
-    m_doc.SetPicture(std::move(picture));
-    m_doc.SetMask(std::move(mask));
+    Adopt(loaded);
     m_doc.SetFloatPosition(0, 0);
-    m_doc.SetReduced(reduced);
     m_undo.Empty();
     if (m_viewReset) {
         m_viewReset();

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "formats/LoadLimits.h"
+#include "formats/PictureLoader.h"
 #include "platform/MessagePresenter.h"
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -42,10 +44,8 @@ public:
     void SetJpegQuality(std::function<int()> quality) { m_jpegQuality = std::move(quality); }
     const LoadLimitSize& Limits() const { return m_limits; }
 
-    // Opens a picture file into the document. A missing file is reported with
-    // its path and changes nothing. Any other failure leaves a blank
-    // screen-sized picture that is marked reduced, titled with the file name.
-    // 1 on success, 0 on failure.
+    // Opens a picture file into the document. A missing or unreadable file is
+    // reported and changes nothing. 1 on success, 0 on failure.
     int OnOpenDocument(const std::string& path);
     // Save (57603): to the document's own path when it has a usable one (not
     // reduced, not a GIF file), else as Save As. True when saved.
@@ -64,9 +64,9 @@ public:
     // when the pending command may go on; false after Cancel, after a failed
     // save, and after any save that went through the save dialog.
     bool SaveModified();
-    // Revert (32836): reloads the picture from its file, dropping the
-    // selection and the undo step. 1 on success; on failure the current
-    // picture stays.
+    // Revert (32836): after the user agrees to lose the changes, reloads the
+    // picture from its file, dropping the selection and the undo history.
+    // 1 on success; on No or failure the current picture stays.
     int Revert();
 
     // Enabling rules: Save needs a modified document, Save As an open one,
@@ -83,7 +83,15 @@ private:
     bool PathIsGif() const;
     bool HasUsablePath() const;
     std::string SaveChangesName() const;
-    void OpenFailed(const std::string& path, int result);
+    struct LoadedPicture {
+        std::unique_ptr<CDibImage> picture;
+        std::unique_ptr<CDibImage> mask;
+        PictureFileInfo info;
+    };
+    int LoadWithMask(const std::string& path, LoadedPicture& loaded) const;
+    // The loaded picture becomes the document's, with its reduced and
+    // transparency marks.
+    void Adopt(LoadedPicture& loaded);
 
     CBriselDoc& m_doc;
     CUndoHistory& m_undo;

@@ -16,30 +16,45 @@
 
 namespace {
 using Loader = int (*)(const std::string& path, const LoadLimitSize& limits, std::unique_ptr<CDibImage>& picture,
-                       int& fileWidth, int& fileHeight);
+                       PictureFileInfo& info);
 
 // Loaders that fill a picture made for them.
-template <int (*Fill)(const std::string&, const LoadLimitSize&, CDibImage&, int&, int&)>
-int IntoNewPicture(const std::string& path, const LoadLimitSize& limits, std::unique_ptr<CDibImage>& picture,
-                   int& fileWidth, int& fileHeight) {
+template <typename Fill>
+int IntoNewPicture(std::unique_ptr<CDibImage>& picture, Fill&& fill) {
     auto loaded = std::make_unique<CDibImage>();
-    const int result = Fill(path, limits, *loaded, fileWidth, fileHeight);
+    const int result = fill(*loaded);
     if (result == kFileOk) {
         picture = std::move(loaded);
     }
     return result;
 }
 
-constexpr Loader LoadOther = IntoNewPicture<LoadWithPlatformDecoder>;
+int LoadBmp(const std::string& path, const LoadLimitSize& limits, std::unique_ptr<CDibImage>& picture,
+            PictureFileInfo& info) {
+    return IntoNewPicture(picture, [&](CDibImage& loaded) {
+        return LoadBmpPicture(path, limits, loaded, info.fileWidth, info.fileHeight);
+    });
+}
+
+int LoadJpeg(const std::string& path, const LoadLimitSize& limits, std::unique_ptr<CDibImage>& picture,
+             PictureFileInfo& info) {
+    return LoadJpegPicture(path, limits, picture, info.fileWidth, info.fileHeight);
+}
+
+int LoadOther(const std::string& path, const LoadLimitSize& limits, std::unique_ptr<CDibImage>& picture,
+              PictureFileInfo& info) {
+    return IntoNewPicture(picture,
+                          [&](CDibImage& loaded) { return LoadWithPlatformDecoder(path, limits, loaded, info); });
+}
 
 // GIF is decoded by the platform decoder too, but only once the file is
 // known to hold its whole first image.
 int LoadGif(const std::string& path, const LoadLimitSize& limits, std::unique_ptr<CDibImage>& picture,
-            int& fileWidth, int& fileHeight) {
+            PictureFileInfo& info) {
     if (!GifFirstImageIsComplete(path)) {
         return kFileFailed;
     }
-    return LoadOther(path, limits, picture, fileWidth, fileHeight);
+    return LoadOther(path, limits, picture, info);
 }
 
 struct LoaderEntry {
@@ -49,9 +64,9 @@ struct LoaderEntry {
 
 // Every type not listed goes to the platform decoder.
 constexpr LoaderEntry kLoaders[] = {
-    {kFileTypeBmp, IntoNewPicture<LoadBmpPicture>},
+    {kFileTypeBmp, LoadBmp},
     {kFileTypeGif, LoadGif},
-    {kFileTypeJpeg, LoadJpegPicture},
+    {kFileTypeJpeg, LoadJpeg},
 };
 
 Loader LoaderFor(ImageFileType type) {
@@ -72,11 +87,11 @@ int LoadPicture(const std::string& path, const LoadLimitSize& limits, std::uniqu
     }
     const ImageFileType type = GetImageFileType(path);
     std::unique_ptr<CDibImage> loaded;
-    int fileWidth = 0;
-    int fileHeight = 0;
-    const int result = LoaderFor(type)(path, limits, loaded, fileWidth, fileHeight);
+    PictureFileInfo found;
+    found.type = type;
+    const int result = LoaderFor(type)(path, limits, loaded, found);
     if (info != nullptr) {
-        *info = PictureFileInfo{type, fileWidth, fileHeight};
+        *info = found;
     }
     if (result == kFileOk) {
         picture = std::move(loaded);

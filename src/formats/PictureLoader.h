@@ -13,6 +13,9 @@ struct PictureFileInfo {
     int type = -1;      // ImageFileType of the file
     int fileWidth = 0;  // the file's own size; the picture is smaller when
     int fileHeight = 0; // the file did not fit the load limits
+    // Some pixel of the file is transparent or translucent; the picture has
+    // it laid over white.
+    bool transparent = false;
 };
 
 // Reads a picture file into a new 24-bit picture. The format is chosen by the

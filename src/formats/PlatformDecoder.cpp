@@ -62,14 +62,18 @@ QImage Decode(const std::string& path, const LoadLimitSize& limits) {
     return image;
 }
 
-// Premultiplied pixels laid over white: each channel plus what the alpha leaves.
-void OverWhite(const std::uint8_t* pixel, int width, std::uint8_t* row) {
+// Premultiplied pixels laid over white: each channel plus what the alpha
+// leaves. Returns the AND of the row's alphas: 255 when all are opaque.
+std::uint8_t OverWhite(const std::uint8_t* pixel, int width, std::uint8_t* row) {
+    std::uint8_t opaque = 255;
     for (int x = 0; x < width; ++x, pixel += 4, row += 3) {
         const int rest = 255 - pixel[3];
+        opaque &= pixel[3];
         row[0] = static_cast<std::uint8_t>(pixel[0] + rest);
         row[1] = static_cast<std::uint8_t>(pixel[1] + rest);
         row[2] = static_cast<std::uint8_t>(pixel[2] + rest);
     }
+    return opaque;
 }
 
 // Hands out the decoded rows top first as 24-bit pixels over white,
@@ -94,21 +98,23 @@ public:
         }
         // Premultiplied ARGB32 is blue, green, red, alpha in memory on the
         // little-endian machines the program runs on.
-        OverWhite(m_band.constScanLine(inBand), m_image.width(), row);
+        m_opaque &= OverWhite(m_band.constScanLine(inBand), m_image.width(), row);
         ++m_y;
         return true;
     }
+    bool SawTransparency() const { return m_opaque != 255; }
 
 private:
     static constexpr int kBandRows = 64;
     const QImage& m_image;
     QImage m_band;
     int m_y = 0;
+    std::uint8_t m_opaque = 255;
 };
 } // namespace
 
 int LoadWithPlatformDecoder(const std::string& path, const LoadLimitSize& limits, CDibImage& picture,
-                            int& fileWidth, int& fileHeight) {
+                            PictureFileInfo& info) {
     if (!InputFile::IsRegularFile(path)) {
         return kFileFailed;
     }
@@ -116,8 +122,10 @@ int LoadWithPlatformDecoder(const std::string& path, const LoadLimitSize& limits
     if (decoded.isNull()) {
         return kFileFailed;
     }
-    fileWidth = decoded.width();
-    fileHeight = decoded.height();
+    const int fileWidth = decoded.width();
+    const int fileHeight = decoded.height();
+    info.fileWidth = fileWidth;
+    info.fileHeight = fileHeight;
     const LoadLimitSize size = FitBmpSize(fileWidth, fileHeight, limits.width, limits.height);
     BitmapInfoHeader header;
     InitDibHeader(header, size.width, size.height, 24, 0, 0);
@@ -127,5 +135,6 @@ int LoadWithPlatformDecoder(const std::string& path, const LoadLimitSize& limits
     DecodedRows rows(decoded);
     const int result = StreamingScaler::Run(
         fileWidth, fileHeight, picture, [&rows](std::uint8_t* row) { return rows.Next(row); }, true);
+    info.transparent = rows.SawTransparency();
     return result == kFileFailed ? kFileOutOfMemory : result;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "formats/LoadLimits.h"
+#include "formats/PictureLoader.h"
 
 #include <string>
 
@@ -17,4 +18,4 @@ class CDibImage;
 // screen's. Reports the file's own size. kFileOk, kFileFailed or
 // kFileOutOfMemory.
 int LoadWithPlatformDecoder(const std::string& path, const LoadLimitSize& limits, CDibImage& picture,
-                            int& fileWidth, int& fileHeight);
+                            PictureFileInfo& info);

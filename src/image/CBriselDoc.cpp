@@ -215,6 +215,7 @@ void CBriselDoc::DiscardFloating() {
 int CBriselDoc::NewImage(const BitmapInfoHeader& header, int imageType, ColorWord contents) {
     m_bModified = false;
     m_bReduced = false;
+    m_fileTransparent = false;
     RgbQuad palette[256];
     BuildPalette(palette, imageType);
     auto picture = std::make_unique<CDibImage>();

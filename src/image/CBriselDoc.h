@@ -76,6 +76,10 @@ public:
     std::uint64_t CleanMarks() const { return m_cleanMarks; }
     bool IsReduced() const { return m_bReduced; }
     void SetReduced(bool reduced) { m_bReduced = reduced; }
+    // The file at the path has transparent or translucent pixels, which the
+    // picture shows laid over white: saving over it loses them.
+    bool FileHasTransparency() const { return m_fileTransparent; }
+    void SetFileHasTransparency(bool transparent) { m_fileTransparent = transparent; }
     const std::string& PathName() const { return m_path; }
     void SetPathName(const std::string& path) { m_path = path; }
     const std::string& Title() const { return m_title; }
@@ -98,6 +102,7 @@ private:
     bool m_bFloating = false;
     bool m_bReduced = false;
     bool m_bModified = false;
+    bool m_fileTransparent = false;
     std::function<void()> m_modifiedListener;
     std::uint64_t m_cleanMarks = 0;
     std::string m_path;

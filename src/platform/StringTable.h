@@ -29,6 +29,8 @@ enum StringId : int {
     IDS_HELP_MISSING = 155,
     IDS_UNABLE_TO_SAVE = 156,
     IDS_UNKNOWN_SAVE_TYPE = 157,
+    IDS_REVERT_DISCARDS_CHANGES = 158,
+    IDS_SAVE_WITHOUT_TRANSPARENCY = 159,
     IDS_CELL_2X2 = 33, // "2 x 2 Pixels" .. "8 x 8 Pixels" up to 39
     IDS_CELL_8X8 = 39,
     IDS_CHANNEL_ALL = 40, // then red, green and blue up to 43

@@ -85,7 +85,9 @@ TEST_F(FileCommandsTest, OpenSaveRevertAndSaveAsFlows) {
     app.Document().SetModifiedFlag(true);
     EXPECT_TRUE(Enabled(cmd::kSave));
     EXPECT_TRUE(Enabled(cmd::kRevert));
+    presenter->Answer(MessageAnswer::Yes);
     ASSERT_TRUE(frame->Router().Execute(cmd::kRevert));
+    EXPECT_EQ(presenter->ShownIds(), std::vector<int>{platform::IDS_REVERT_DISCARDS_CHANGES});
     EXPECT_EQ(Pixel(1, 1), MakeColorWord(10, 200, 30));
     EXPECT_FALSE(Enabled(cmd::kUndo));
 
@@ -103,7 +105,7 @@ TEST_F(FileCommandsTest, OpenSaveRevertAndSaveAsFlows) {
     EXPECT_TRUE(QFile::exists(copy));
     EXPECT_EQ(frame->windowTitle(), QStringLiteral("copy.bmp[*] \u2014 Tamrick"));
     EXPECT_EQ(app.Recent().At(0), copy);
-    EXPECT_TRUE(presenter->Shown().empty());
+    EXPECT_EQ(presenter->Shown().size(), 1u) << "only Revert asked";
 }
 
 TEST_F(FileCommandsTest, ChangesAreOfferedForSavingBeforeNewOpenAndExit) {
@@ -137,6 +139,69 @@ TEST_F(FileCommandsTest, AMissingFileIsReportedAndLeavesThePicture) {
     EXPECT_EQ(app.Document().GetPicture(), before);
     ASSERT_EQ(presenter->Shown().size(), 1u);
     EXPECT_NE(presenter->Shown().front().text.find("Unable to open this image file !"), std::string::npos);
+}
+
+// A file that cannot be read leaves everything as it was: picture, name,
+// caption, modified flag and undo.
+TEST_F(FileCommandsTest, ABrokenFileLeavesTheDocumentAsItWas) {
+    const QString path = WritePicture(folder, "kept.bmp", 20, 10);
+    Start({path});
+    frame->UndoHistory().Record(app.Document(), 1);
+    app.Document().GetPicture()->SetPixel(1, 1, 0);
+    app.Document().SetModifiedFlag(true);
+    const QString caption = frame->windowTitle();
+    const CDibImage* before = app.Document().GetPicture();
+    QFile broken(folder.filePath("broken.jpg"));
+    ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
+    broken.write("\xFF\xD8\xFF\xE0 cut short");
+    broken.close();
+    presenter->Answer(MessageAnswer::No); // do not save the changes first
+    EXPECT_FALSE(app.OpenDocumentFile(broken.fileName()));
+    EXPECT_EQ(presenter->ShownIds().back(), platform::IDS_UNABLE_TO_OPEN);
+    EXPECT_EQ(app.Document().GetPicture(), before);
+    EXPECT_EQ(app.Document().PathName(), path.toStdString());
+    EXPECT_EQ(frame->windowTitle(), caption);
+    EXPECT_TRUE(app.Document().IsModified());
+    EXPECT_TRUE(Enabled(cmd::kUndo));
+}
+
+// Saving over a file with transparent pixels asks first; another file never.
+TEST_F(FileCommandsTest, SavingOverATransparentFileAsksFirst) {
+    QImage translucent(6, 4, QImage::Format_ARGB32);
+    translucent.fill(QColor(10, 200, 30, 255));
+    translucent.setPixelColor(2, 2, QColor(10, 200, 30, 0));
+    const QString path = folder.filePath("clear.png");
+    ASSERT_TRUE(translucent.save(path, "PNG"));
+    Start({path});
+    EXPECT_TRUE(app.Document().FileHasTransparency());
+    EXPECT_EQ(Pixel(2, 2), MakeColorWord(255, 255, 255)) << "shown over white";
+    app.Document().SetModifiedFlag(true);
+
+    presenter->Answer(MessageAnswer::Cancel);
+    EXPECT_FALSE(frame->Router().Execute(cmd::kSave) && !app.Document().IsModified());
+    EXPECT_EQ(presenter->ShownIds().back(), platform::IDS_SAVE_WITHOUT_TRANSPARENCY);
+    EXPECT_EQ(QImage(path).pixelColor(2, 2).alpha(), 0) << "Cancel writes nothing";
+
+    // No goes to Save As; the copy is a file of its own and asks nothing.
+    const QString copy = folder.filePath("copy.png");
+    presenter->Answer(MessageAnswer::No);
+    ChooseFileInNextDialog(copy);
+    frame->Router().Execute(cmd::kSave);
+    EXPECT_TRUE(QFile::exists(copy));
+    EXPECT_EQ(QImage(path).pixelColor(2, 2).alpha(), 0);
+    EXPECT_FALSE(app.Document().FileHasTransparency());
+    const std::size_t asked = presenter->Shown().size();
+    app.Document().SetModifiedFlag(true);
+    ASSERT_TRUE(frame->Router().Execute(cmd::kSave));
+    EXPECT_EQ(presenter->Shown().size(), asked);
+
+    // Yes saves over the transparent file.
+    ASSERT_TRUE(app.OpenDocumentFile(path));
+    app.Document().SetModifiedFlag(true);
+    presenter->Answer(MessageAnswer::Yes);
+    ASSERT_TRUE(frame->Router().Execute(cmd::kSave));
+    EXPECT_EQ(QImage(path).pixelColor(2, 2), QColor(255, 255, 255));
+    EXPECT_FALSE(app.Document().FileHasTransparency());
 }
 
 TEST_F(FileCommandsTest, SendingASavedPictureGoesAtOnceAndANewOneAsksFirst) {

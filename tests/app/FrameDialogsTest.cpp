@@ -9,12 +9,17 @@
 #include "dialogs/NumberTriple.h"
 #include "dialogs/OptionsDialog.h"
 #include "dialogs/SystemInfoDialog.h"
+#include "platform/Settings.h"
 #include "support/ScriptedPresenter.h"
 #include "view/CDisplayRenderer.h"
 #include "view/CViewWindow.h"
 #include "view/FullScreenWindow.h"
 
+#include <QCheckBox>
 #include <QComboBox>
+#include <QDialogButtonBox>
+#include <QPushButton>
+#include <QSpinBox>
 #include <QTest>
 #include <QTextBrowser>
 #include <QTimer>
@@ -114,7 +119,61 @@ TEST_F(FrameDialogsTest, HelpOpensTheBundledGuide) {
     EXPECT_TRUE(app.Help()->isVisible());
     EXPECT_TRUE(app.Help()->Browser()->toPlainText().contains("Tamrick User Guide"));
     EXPECT_TRUE(presenter->Shown().empty());
-    app.Help()->close();
+    // Esc, Ctrl+W and the Close button each close it.
+    const auto closesWith = [this](const std::function<void(HelpWindow*)>& act) {
+        frame->Router().Execute(cmd::kHelp);
+        HelpWindow* help = app.Help();
+        QApplication::setActiveWindow(help);
+        if (!QTest::qWaitForWindowActive(help)) {
+            ADD_FAILURE() << "the help window did not become active";
+            return false;
+        }
+        act(help);
+        return !help->isVisible();
+    };
+    EXPECT_TRUE(closesWith([](HelpWindow* help) { QTest::keyClick(help, Qt::Key_Escape); }));
+    EXPECT_TRUE(closesWith([](HelpWindow* help) { QTest::keyClick(help, Qt::Key_W, Qt::ControlModifier); }));
+    EXPECT_TRUE(closesWith([](HelpWindow* help) {
+        help->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Close)->click();
+    }));
+}
+
+// Every field shows what the settings hold, and OK writes only what changed.
+TEST_F(FrameDialogsTest, OptionsShowWhatTheSettingsHoldAndWriteOnlyChanges) {
+    WithNextDialog([](QDialog* dialog) {
+        auto* options = qobject_cast<OptionsDialog*>(dialog);
+        options->MaxLoadWidth()->setValue(4500);
+        options->MaxLoadHeight()->setValue(4400);
+        options->UndoSteps()->setValue(42);
+        options->FitLargePictures()->setChecked(false);
+        options->Pressure()->setChecked(true);
+        options->accept();
+    });
+    frame->Router().Execute(cmd::kOptions);
+    OptionsValues shown;
+    WithNextDialog([&shown](QDialog* dialog) {
+        shown = qobject_cast<OptionsDialog*>(dialog)->Values();
+        dialog->reject();
+    });
+    frame->Router().Execute(cmd::kOptions);
+    EXPECT_EQ(shown.maxLoadWidth, 4500);
+    EXPECT_EQ(shown.maxLoadHeight, 4400);
+    EXPECT_EQ(shown.undoSteps, 42);
+    EXPECT_FALSE(shown.fitLargePictures);
+    EXPECT_TRUE(shown.pressureSimulation);
+
+    // Changing only the quality leaves every other key as the file has it.
+    platform::Settings::WriteInt("MainSection", "MaxLoadWidth", 77777);
+    WithNextDialog([](QDialog* dialog) {
+        qobject_cast<OptionsDialog*>(dialog)->Quality()->SetValue(55);
+        dialog->accept();
+    });
+    frame->Router().Execute(cmd::kOptions);
+    EXPECT_EQ(platform::Settings::ReadInt("MainSection", "MaxLoadWidth", 0), 77777);
+    EXPECT_EQ(frame->JpegQuality(), 55);
+    platform::Settings::Remove("MainSection", "MaxLoadWidth");
+    platform::Settings::Remove("MainSection", "MaxLoadHeight");
+    CMainFrame::SetFitsLargePictures(true);
 }
 
 TEST(FullScreenWindow, FitsLargePicturesAndEndsOnEscape) {

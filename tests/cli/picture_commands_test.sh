@@ -13,7 +13,20 @@ grep -qx 'file-height: 30' out.txt || fail "info file height"
 grep -qx 'dpi: 72 72' out.txt || fail "info dpi"
 grep -qx 'reduced: 0' out.txt || fail "info reduced"
 grep -Eqx 'load-limits: [0-9]+ [0-9]+' out.txt || fail "info shows the limits in force"
-[ "$(wc -l <out.txt)" -eq 8 ] || fail "info prints eight lines"
+grep -qx 'alpha: 0' out.txt || fail "an opaque file has no alpha"
+[ "$(wc -l <out.txt)" -eq 9 ] || fail "info prints nine lines"
+
+# A PNG with one translucent pixel reports its transparency.
+python3 - <<'PY'
+import struct, zlib
+rows = b"".join(b"\0" + b"".join(struct.pack("4B", 200, 10, 10, 128 if (x, y) == (1, 1) else 255) for x in range(3)) for y in range(3))
+def chunk(kind, data):
+    return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data) & 0xFFFFFFFF)
+png = b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", 3, 3, 8, 6, 0, 0, 0)) + chunk(b"IDAT", zlib.compress(rows)) + chunk(b"IEND", b"")
+open("alpha.png", "wb").write(png)
+PY
+expect_rc 0 "info png" "$CLI" info alpha.png
+grep -qx 'alpha: 1' out.txt || fail "a translucent pixel is reported as alpha"
 
 expect_rc 0 "info reduced" "$CLI" info in.bmp --max-size 10,10
 grep -qx 'width: 20' out.txt && grep -qx 'height: 15' out.txt && grep -qx 'reduced: 1' out.txt || fail "reduced load"
