@@ -56,10 +56,7 @@ CAdjustDlg::CAdjustDlg(int kind, CommandContext& ctx, QWidget* parent)
     Body()->insertLayout(0, form);
     // Made after the form, so that Tab reaches it after the numbers.
     if (kind == kAdjustHueSaturation) {
-        connect(AddPreviewButton(), &QPushButton::clicked, this, [this] {
-            ApplyPreview();
-            m_applied = true;
-        });
+        connect(AddPreviewButton(), &QPushButton::clicked, this, &CAdjustDlg::ApplyPreview);
     }
     connect(m_first, &NumberTriple::ValueChanged, this, &CAdjustDlg::StoreFirst);
     if (m_second != nullptr) {
@@ -93,12 +90,9 @@ void CAdjustDlg::StoreSecond(int value) {
     }
 }
 
+// Every change previews at once; the worker computes only the newest values.
 void CAdjustDlg::AfterStore() {
-    if (m_settings.kind == kAdjustHueSaturation) {
-        m_applied = false;
-    } else {
-        ApplyPreview();
-    }
+    ApplyPreview();
 }
 
 void CAdjustDlg::ChooseChannel(int channel) {
@@ -124,8 +118,3 @@ void CAdjustDlg::ApplyPreview() {
     });
 }
 
-void CAdjustDlg::BeforeFinish() {
-    if (!m_applied) {
-        ApplyPreview();
-    }
-}

@@ -22,10 +22,6 @@ public:
     QComboBox* Channels() const { return m_channels; } // null for hue/saturation
     NumberTriple* First() const { return m_first; }
     NumberTriple* Second() const { return m_second; } // null for gamma
-    bool Applied() const { return m_applied; }
-
-protected:
-    void BeforeFinish() override;
 
 private:
     int Slot() const;
@@ -40,6 +36,5 @@ private:
     QComboBox* m_channels = nullptr;
     NumberTriple* m_first = nullptr;
     NumberTriple* m_second = nullptr;
-    bool m_applied = true;
     bool m_showingSlot = false;
 };

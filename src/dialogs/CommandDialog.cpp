@@ -4,10 +4,33 @@
 #include "dialogs/NumberTriple.h"
 #include "ops/OpsCommandTable.h"
 
+#include <QAbstractSpinBox>
 #include <QDialogButtonBox>
+#include <QLineEdit>
 #include <QFormLayout>
 #include <QPushButton>
 #include <QVBoxLayout>
+
+QWidget* CommandDialog::FirstField() const {
+    for (QWidget* widget = nextInFocusChain(); widget != this; widget = widget->nextInFocusChain()) {
+        const bool typed = qobject_cast<QLineEdit*>(widget) != nullptr || qobject_cast<QAbstractSpinBox*>(widget) != nullptr;
+        if (typed && widget->isEnabled() && widget->isVisibleTo(this) && isAncestorOf(widget)) {
+            return widget;
+        }
+    }
+    return nullptr;
+}
+
+// Typing goes to the first number at once, selected so that it is replaced.
+void CommandDialog::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    if (QWidget* field = FirstField()) {
+        field->setFocus(Qt::TabFocusReason);
+        if (auto* edit = qobject_cast<QLineEdit*>(field)) {
+            edit->selectAll();
+        }
+    }
+}
 
 CommandDialog::CommandDialog(const QString& title, QWidget* parent)
     : QDialog(parent), m_body(new QVBoxLayout), m_ok(nullptr), m_cancel(nullptr) {

@@ -33,6 +33,8 @@ public:
 
     void accept() override;
     void reject() override;
+    // The first field that takes typing, where the focus goes on opening.
+    QWidget* FirstField() const;
 
     // Shows `dialog`; on OK runs `command` with the dialog's values. 1 when the
     // command ran.
@@ -47,6 +49,8 @@ protected:
     QPushButton* AddPreviewButton();
     // Opens the document preview; 0 (after the message) when it cannot start.
     int StartPreview(CommandContext& ctx);
+
+    void showEvent(QShowEvent* event) override;
 
     // Checked before OK closes the dialog; shows its own message when false.
     virtual bool Validate() { return true; }

@@ -187,4 +187,20 @@ TEST_F(FilterDialogTest, RescaleInCentimetresKeepsLengthsAndRemembersTheUnit) {
     EXPECT_EQ(dialog.PixelHeight(), 108);
 }
 
+// Dialogs that ask for numbers open with the focus in their first field, its
+// text selected, so what the user types replaces it.
+TEST_F(FilterDialogTest, NumberDialogsOpenWithTheFocusInTheirFirstField) {
+    for (const int id : {32829, 32779, 32818, 32797}) { // Rotate, Mosaic, Brightness/Contrast, Rescale
+        SCOPED_TRACE(id);
+        RunMenuCommand(id, [](CommandDialog& dialog) {
+            QWidget* first = dialog.FirstField();
+            ASSERT_NE(first, nullptr);
+            EXPECT_EQ(dialog.focusWidget(), first);
+            auto* edit = qobject_cast<QLineEdit*>(first);
+            ASSERT_NE(edit, nullptr);
+            EXPECT_EQ(edit->selectedText(), edit->text());
+        });
+    }
+}
+
 } // namespace
