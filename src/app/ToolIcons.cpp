@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QImage>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPixmap>
@@ -102,12 +103,20 @@ void DrawTool(QPainter& p, int id) {
         Nib(p, kAccent, kInk);
         break;
     case 33003: {
-        QPainterPath lasso;
-        lasso.moveTo(6, 20);
-        lasso.cubicTo(0, 6, 28, 2, 27, 14);
-        lasso.cubicTo(26, 24, 12, 26, 10, 20);
+        // A free-hand loop with corners and a dent, and the pen that drew it.
+        QPainterPath loop;
+        loop.moveTo(5, 18);
+        loop.lineTo(4, 9);
+        loop.cubicTo(8, 3, 14, 8, 17, 4);
+        loop.lineTo(24, 7);
+        loop.cubicTo(21, 12, 27, 14, 23, 19);
+        loop.lineTo(13, 20);
+        loop.closeSubpath();
         p.setPen(Dashed());
-        p.drawPath(lasso);
+        p.drawPath(loop);
+        p.setPen(QPen(kInk, 1.6));
+        p.setBrush(kAccent);
+        p.drawPolygon(QPolygonF({{13, 20}, {22, 29}, {19, 31}, {11, 23}}));
         break;
     }
     case 33004:
@@ -234,8 +243,26 @@ QIcon ForGroupMember(int toolId) {
     });
 }
 
+namespace {
+// A disabled button shows its icon faded, so it does not look pressable.
+QIcon WithFadedDisabled(QIcon icon) {
+    for (const QSize& size : icon.availableSizes()) {
+        QImage faded = icon.pixmap(size).toImage().convertToFormat(QImage::Format_ARGB32);
+        for (int y = 0; y < faded.height(); ++y) {
+            auto* pixel = reinterpret_cast<QRgb*>(faded.scanLine(y));
+            for (int x = 0; x < faded.width(); ++x) {
+                const int grey = qGray(pixel[x]);
+                pixel[x] = qRgba(grey, grey, grey, qAlpha(pixel[x]) / 3);
+            }
+        }
+        icon.addPixmap(QPixmap::fromImage(faded), QIcon::Disabled);
+    }
+    return icon;
+}
+} // namespace
+
 QIcon ToolOptions() {
-    return Paint([](QPainter& p) {
+    return WithFadedDisabled(Paint([](QPainter& p) {
         p.setPen(QPen(kInk, 1.8));
         for (int row = 0; row < 3; ++row) {
             const qreal y = 8 + row * 8;
@@ -243,7 +270,7 @@ QIcon ToolOptions() {
             p.setBrush(row == 1 ? kAccent : QColor(0xF0, 0xF0, 0xF0));
             p.drawEllipse(QPointF(row == 1 ? 20 : 11, y), 3.5, 3.5);
         }
-    });
+    }));
 }
 
 // The installed icon's rendered sizes, compiled in as ":/appicon/SIZE.png".

@@ -188,6 +188,15 @@ TEST_F(MainFrameTest, ZoomCommandsReachTheViewAndTheCaption) {
     EXPECT_TRUE(frame->isWindowModified()) << "the modified mark follows the document";
 }
 
+// The options button is there only for tools that have options.
+TEST_F(MainFrameTest, TheOptionsButtonFollowsTheToolsOptions) {
+    const std::pair<int, bool> tools[] = {{33009, false}, {33010, true}, {33002, false}, {33004, true}, {33032, false}};
+    for (const auto& [id, hasOptions] : tools) {
+        ASSERT_TRUE(Router().Execute(id));
+        EXPECT_EQ(frame->Palette()->OptionsButton()->isEnabled(), hasOptions) << id;
+    }
+}
+
 TEST_F(MainFrameTest, PaletteSwitchesToolsAndOpensGroupsOnASecondPress) {
     ToolPalette* palette = frame->Palette();
     Router().Execute(cmd::kMagnifyIds[0]);
