@@ -138,23 +138,9 @@ const std::map<int, QString>& Marks() {
     return marks;
 }
 
-template <typename Draw> QIcon Painted(Draw draw) {
-    QIcon icon;
-    for (int scale : {1, 2}) {
-        QPixmap pixmap(32 * scale, 32 * scale);
-        pixmap.fill(Qt::transparent);
-        QPainter painter(&pixmap);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.scale(scale, scale);
-        draw(painter);
-        icon.addPixmap(pixmap);
-    }
-    return icon;
-}
-
 // A curved arrow turning back (undo) or forward (redo).
 QIcon DrawTurnArrow(bool back, const QColor& color) {
-    return Painted([back, color](QPainter& painter) {
+    return Paint([back, color](QPainter& painter) {
         if (!back) {
             painter.translate(32, 0);
             painter.scale(-1, 1);
@@ -173,7 +159,7 @@ QIcon DrawTurnArrow(bool back, const QColor& color) {
 }
 
 QIcon DrawBadge(const CommandIconSpec& spec) {
-    return Painted([&spec](QPainter& painter) {
+    return Paint([&spec](QPainter& painter) {
         painter.setPen(QPen(spec.color.darker(140), 1.2));
         painter.setBrush(spec.color);
         painter.drawRoundedRect(QRectF(2, 2, 28, 28), 6, 6);

@@ -17,25 +17,8 @@ static void InitApplicationIconResource() {
 namespace icons {
 
 namespace {
-using Drawing = std::function<void(QPainter&)>;
-
 const QColor kInk(0x30, 0x34, 0x3C);
 const QColor kAccent(0x2A, 0x6F, 0xD6);
-
-// Draws on a 32 x 32 canvas, at 1x and 2x.
-QIcon Paint(const Drawing& draw) {
-    QIcon icon;
-    for (int scale : {1, 2}) {
-        QPixmap pixmap(32 * scale, 32 * scale);
-        pixmap.fill(Qt::transparent);
-        QPainter painter(&pixmap);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.scale(scale, scale);
-        draw(painter);
-        icon.addPixmap(pixmap);
-    }
-    return icon;
-}
 
 QPen Dashed() {
     QPen pen(kInk, 1.6, Qt::DashLine);
@@ -229,6 +212,20 @@ void DrawTool(QPainter& p, int id) {
     }
 }
 } // namespace
+
+QIcon Paint(const std::function<void(QPainter&)>& draw) {
+    QIcon icon;
+    for (int scale : {1, 2}) {
+        QPixmap pixmap(32 * scale, 32 * scale);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.scale(scale, scale);
+        draw(painter);
+        icon.addPixmap(pixmap);
+    }
+    return icon;
+}
 
 QIcon ForTool(int toolId) {
     return Paint([toolId](QPainter& p) { DrawTool(p, toolId); });

@@ -3,9 +3,15 @@
 #include "image/DibTypes.h"
 
 #include <QIcon>
+#include <functional>
 
 // The program's icons, painted at start so that they stay sharp at any size.
+class QPainter;
+
 namespace icons {
+
+// An icon drawn by `draw` on a 32 x 32 canvas, at 1x and 2x.
+QIcon Paint(const std::function<void(QPainter&)>& draw);
 
 QIcon ForTool(int toolId);
 // The tool's icon with a small corner mark: the button holds a group.
