@@ -276,7 +276,16 @@ void CBriselApp::OnOpenRecent(int index) {
 }
 
 bool CBriselApp::CanCloseDocument() {
-    return m_files == nullptr || m_files->SaveModified();
+    if (m_files == nullptr) {
+        return true;
+    }
+    const bool wasModified = m_document.IsModified();
+    if (!m_files->SaveModified()) {
+        return false;
+    }
+    // Saved on the way: the caption and the recent files name the file.
+    AfterDocumentCommand(wasModified && !m_document.IsModified());
+    return true;
 }
 
 void CBriselApp::OnExit() {

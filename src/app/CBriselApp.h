@@ -49,7 +49,8 @@ public:
     void OnOpenRecent(int index);
     bool HasRecentFile(int index) const { return index < m_recent.Count(); }
     void OnExit();
-    // Asks about unsaved changes; false when the user cancels.
+    // Asks about unsaved changes; false when the user cancels or the save
+    // fails. After a save (through the Save As dialog too) the caller goes on.
     bool CanCloseDocument();
     void OnHelp();
     void OnAbout();

@@ -62,7 +62,8 @@ private:
 int Usage() {
     std::fputs("Usage: tamrick-cli apply IN OUT [--foreground RRGGBB] [--background RRGGBB] [--quality N]\n"
                "                          [--max-size W,H] [--seed N] [--pen SIZE,SHAPE] [--tolerance N]\n"
-               "                          [--continuous 0|1] [--gradient SHAPE,MODE] OP [OP ...]\n",
+               "                          [--continuous 0|1] [--gradient SHAPE,MODE] [--erase-similar N]\n"
+               "                          OP [OP ...]\n",
                stderr);
     return kExitUsage;
 }

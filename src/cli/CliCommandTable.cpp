@@ -13,7 +13,7 @@ const std::vector<CliCommand> kCommands = {
     {"apply",
      "IN OUT [--foreground RRGGBB] [--background RRGGBB] [--quality N] [--max-size W,H] [--seed N] [--pen "
      "SIZE,SHAPE] "
-     "[--tolerance N] [--continuous 0|1] [--gradient SHAPE,MODE] OP...",
+     "[--tolerance N] [--continuous 0|1] [--gradient SHAPE,MODE] [--erase-similar N] OP...",
      "open IN, run the image, painting, selection and edit operations OP in order as the menus and tools do, "
      "save OUT",
      RunApplyCommand},

@@ -28,6 +28,9 @@ const OptionText kOptions[] = {
     {"--pen", "SIZE,SHAPE",
      "pen size 1..32 and shape 1 Rect, 2 Oval, 3 HLine, 4 VLine, 5 Slash, 6 BSlash (default 8,2)"},
     {"--tolerance", "N", "colour tolerance 0..255 of fill, wand and brush (default 32)"},
+    {"--erase-similar", "N",
+     "eraser strokes erase only colours within N (0..255) of the foreground colour in each channel, as the "
+     "eraser's \"Erase foreground color only\" does (default: every colour)"},
     {"--continuous", "0|1", "1: the wand selects connected pixels only, 0: every similar pixel (default 1)"},
     {"--gradient", "SHAPE,MODE",
      "gradient shape linear, radial, rectangle or cone and colour mode rgb, hue-cw or hue-ccw (default "

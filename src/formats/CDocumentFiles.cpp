@@ -186,10 +186,9 @@ int CDocumentFiles::OnSaveDocument(const std::string& path) {
     return result == kFileOk ? 1 : 0;
 }
 
+// The file's full path (a GIF file's too, though Save cannot write over it),
+// else the title, else the untitled name.
 std::string CDocumentFiles::SaveChangesName() const {
-    if (PathIsGif()) {
-        return {}; // the question then reads "Save changes to ?"
-    }
     if (!m_doc.PathName().empty() && !m_doc.IsReduced()) {
         return m_doc.PathName();
     }
@@ -213,13 +212,9 @@ bool CDocumentFiles::SaveModified() {
     if (answer != MessageAnswer::Yes) {
         return true;
     }
-    if (HasUsablePath()) {
-        return Save();
-    }
-    // A save through the dialog stops the pending command even when it
-    // succeeded; the user repeats it.
-    SaveAs();
-    return false;
+    // Without a usable path Save goes through the dialog; either way the
+    // pending command goes on once the picture is saved.
+    return Save();
 }
 
 int CDocumentFiles::Revert() {

@@ -60,9 +60,10 @@ public:
     // exists and the document is modified. Yes stamps it (it stays floating).
     // Returns the answer, or Ok when there was nothing to ask.
     platform::MessageAnswer AskPutFloating();
-    // Before closing, New or Open: offers to save a modified document. True
-    // when the pending command may go on; false after Cancel, after a failed
-    // save, and after any save that went through the save dialog.
+    // Before closing, New or Open: offers to save a modified document, naming
+    // its file. True when the pending command may go on (nothing to save, No,
+    // or a successful save, through the save dialog too); false after Cancel
+    // and after a save that failed or whose dialog was cancelled.
     bool SaveModified();
     // Revert (32836): after the user agrees to lose the changes, reloads the
     // picture from its file, dropping the selection and the undo history.

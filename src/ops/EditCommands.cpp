@@ -4,6 +4,7 @@
 #include "image/CUndoHistory.h"
 #include "image/CommandContext.h"
 #include "image/DibHelpers.h"
+#include "image/ImageCoordinates.h"
 #include "platform/MessagePresenter.h"
 #include "platform/Settings.h"
 #include "platform/StringTable.h"
@@ -216,7 +217,9 @@ int EditMoveFloating(CommandContext& context, int dx, int dy, EditResult& result
     }
     context.undo.RecordWithWarning(doc, 3);
     doc.SetModifiedFlag();
-    doc.SetFloatPosition(doc.FloatX() + dx, doc.FloatY() + dy);
+    // Moves add up, so the position itself is kept within the coordinate limit.
+    doc.SetFloatPosition(ClampCoordinate(static_cast<long long>(doc.FloatX()) + dx),
+                         ClampCoordinate(static_cast<long long>(doc.FloatY()) + dy));
     doc.UpdateAllViews();
     Widen(area, SelectionArea(doc));
     return Finish(result, doc, area);

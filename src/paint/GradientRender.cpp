@@ -18,10 +18,6 @@ namespace {
 
 constexpr int kLast = GradientRamp::kLast;
 
-int CapIndex(int v) {
-    return v > kLast ? kLast : v;
-}
-
 struct RowBuffer {
     explicit RowBuffer(int width)
         : block(platform::HeapBlock::Allocate(static_cast<std::size_t>(width) * sizeof(std::int32_t))) {}
@@ -30,12 +26,13 @@ struct RowBuffer {
     platform::HeapBlock block;
 };
 
-// Index = round half up of (atZero + x * perColumn), kept in 0..1199.
+// Index = round half up of (atZero + x * perColumn), kept in 0..1199. The
+// value is kept in range before it becomes an integer: a drag far outside the
+// picture gives values beyond any int.
 void LinearRow(double atZero, double perColumn, int width, std::int32_t* __restrict out) {
     const double rounded = atZero + 0.5;
     for (int x = 0; x < width; ++x) {
-        const int v = static_cast<int>(rounded + x * perColumn);
-        out[x] = CapIndex(v < 0 ? 0 : v);
+        out[x] = static_cast<int>(std::clamp(rounded + x * perColumn, 0.0, static_cast<double>(kLast)));
     }
 }
 
@@ -43,8 +40,10 @@ void LinearRow(double atZero, double perColumn, int width, std::int32_t* __restr
 // index of their rounded distance d, kept incrementally along the row: d is
 // right for D = dy^2 + dx^2 exactly when d*d - d + 1 <= D <= d*d + d. Both
 // sides of the centre share the walk; all other pixels take 1199.
+// `indexOfDistance[i]` is the index of distance base + i, for distances up to
+// maxDistance (larger ones take that one's).
 void RadialRow(std::int64_t rowSquared, int centre, std::int64_t w, const std::int32_t* indexOfDistance,
-               std::int64_t maxDistance, int width, std::int32_t* out) {
+               std::int64_t base, std::int64_t maxDistance, int width, std::int32_t* out) {
     std::fill(out, out + width, kLast);
     // Only offsets that land on a column of the row are walked.
     const std::int64_t nearest = centre < 0 ? -centre : centre >= width ? centre - (width - 1) : 0;
@@ -56,7 +55,7 @@ void RadialRow(std::int64_t rowSquared, int centre, std::int64_t w, const std::i
         while (squared > d * d + d) {
             ++d;
         }
-        const std::int32_t index = indexOfDistance[std::min(d, maxDistance)];
+        const std::int32_t index = indexOfDistance[std::min(d, maxDistance) - base];
         if (centre + offset < width) {
             out[centre + offset] = index;
         }
@@ -161,7 +160,8 @@ int GradientRamp::RenderVertical(CDibImage& image, const Drag& drag) const {
     int previous = -1;
     for (int y = 0; y < image.Height(); ++y) {
         const int along = (y - drag.sy) * direction;
-        const int index = along <= 0 ? 0 : along >= length ? kLast : along * kLast / length;
+        const int index =
+            along <= 0 ? 0 : along >= length ? kLast : static_cast<int>(std::int64_t{along} * kLast / length);
         if (index == previous) {
             std::memcpy(image.RowData(y), image.RowData(y - 1), image.RowBytes());
         } else {
@@ -211,16 +211,29 @@ int GradientRamp::RenderRadial(CDibImage& image, const Drag& drag) const {
     const double dx = drag.ex - drag.sx;
     const double dy = drag.ey - drag.sy;
     const auto r = static_cast<std::int64_t>(std::sqrt(dx * dx + dy * dy) + 0.5);
-    RowBuffer indexOfDistance(static_cast<int>(r) + 2);
+    const int width = image.Width();
+    // Only the distances the picture's pixels have from the centre are
+    // tabled, so a huge radius or a far centre costs no more than a near one.
+    const auto distanceTo = [&](int x, int y) {
+        const double ax = static_cast<double>(x) - drag.sx;
+        const double ay = static_cast<double>(y) - drag.sy;
+        return std::sqrt(ax * ax + ay * ay);
+    };
+    const int height = image.Height();
+    const double nearest = distanceTo(std::clamp(drag.sx, 0, width - 1), std::clamp(drag.sy, 0, height - 1));
+    const double farthest = std::max({distanceTo(0, 0), distanceTo(width - 1, 0), distanceTo(0, height - 1),
+                                      distanceTo(width - 1, height - 1)});
+    const std::int64_t base = std::max<std::int64_t>(static_cast<std::int64_t>(nearest) - 1, 0);
+    const std::int64_t last = std::min<std::int64_t>(r + 1, static_cast<std::int64_t>(farthest) + 2);
+    RowBuffer indexOfDistance(static_cast<int>(std::max<std::int64_t>(last - base + 1, 1)));
     if (r == 0 || !indexOfDistance) {
         return 0;
     }
     std::int32_t* byDistance = indexOfDistance.data();
-    for (std::int64_t d = 0; d <= r + 1; ++d) {
-        byDistance[d] =
+    for (std::int64_t d = base; d <= last; ++d) {
+        byDistance[d - base] =
             static_cast<std::int32_t>(std::min<std::int64_t>((2 * d * kLast + r) / (2 * r), kLast));
     }
-    const int width = image.Width();
     const auto indicesOf = [&](int y, std::int32_t* out) {
         const std::int64_t rowDistance = drag.sy - y;
         if (std::llabs(rowDistance) > r) {
@@ -229,13 +242,13 @@ int GradientRamp::RenderRadial(CDibImage& image, const Drag& drag) const {
         }
         const std::int64_t rowSquared = rowDistance * rowDistance;
         const auto w = static_cast<std::int64_t>(std::sqrt(static_cast<double>(r * r - rowSquared)) + 0.5);
-        RadialRow(rowSquared, drag.sx, w, byDistance, r + 1, width, out);
+        RadialRow(rowSquared, drag.sx, w, byDistance, base, last, width, out);
     };
     // Rows sy+1..2*sy mirror rows above the centre: the others are rendered,
     // then these are copied from their mirror images.
-    const int height = image.Height();
     const int mirroredFirst = std::clamp(drag.sy + 1, 0, height);
-    const int mirroredEnd = std::clamp(2 * drag.sy + 1, mirroredFirst, height);
+    const int mirroredEnd = static_cast<int>(
+        std::clamp<std::int64_t>(2 * static_cast<std::int64_t>(drag.sy) + 1, mirroredFirst, height));
     if (!RenderRows(image, 0, mirroredFirst, indicesOf) ||
         !RenderRows(image, mirroredEnd, height, indicesOf)) {
         return 0;
@@ -266,15 +279,15 @@ int GradientRamp::RenderRectangle(CDibImage& image, const Drag& drag) const {
     const double scale = half > 0 ? static_cast<double>(kLast) / half : 0.0;
     const int width = image.Width();
     RowBuffer indices(width);
-    RowBuffer byDistance(half + 1);
-    if (!indices || !byDistance) {
+    if (!indices) {
         return 0;
     }
-    for (int d = 0; d <= half; ++d) {
-        byDistance.data()[d] = kLast - std::min(static_cast<int>(d * scale + 0.5), kLast);
-    }
+    // Worked out per pixel rather than tabled: the distances can be as large
+    // as the rectangle, which may reach far beyond the picture.
+    const auto ramp = [scale](int d) {
+        return kLast - static_cast<int>(std::min(d * scale + 0.5, static_cast<double>(kLast)));
+    };
     std::int32_t* out = indices.data();
-    const std::int32_t* ramp = byDistance.data();
     for (int y = 0; y < image.Height(); ++y) {
         if (CopyMirroredRow(image, y, static_cast<std::int64_t>(top) + bottom)) {
             continue;
@@ -287,7 +300,7 @@ int GradientRamp::RenderRectangle(CDibImage& image, const Drag& drag) const {
         const int vertical = std::min({y - top, bottom - y, half});
         for (int x = 0; x < width; ++x) {
             const int distance = std::min({x - left, right - x, vertical});
-            out[x] = distance < 0 ? kLast : ramp[distance];
+            out[x] = distance < 0 ? kLast : ramp(distance);
         }
         WriteRow(row, out, 0, width - 1);
     }

@@ -1,5 +1,6 @@
 #include "paint/ShapeDrawing.h"
 
+#include "image/CDibImage.h"
 #include "paint/BrushEngine.h"
 
 #include <algorithm>
@@ -78,7 +79,14 @@ void DrawEllipseShape(BrushEngine& engine, int x0, int y0, int x1, int y1, int t
             engine.FillSpan(left, right, y, kModeSolid);
         }
     };
-    for (int row = 0; row < box.Height(); ++row) {
+    // Only the rows inside the target are worked out, however tall the box.
+    const CDibImage* target = engine.TargetImage();
+    if (target == nullptr) {
+        return;
+    }
+    const int firstRow = std::max(box.top, 0) - box.top;
+    const int lastRow = std::min(box.bottom, target->Height() - 1) - box.top;
+    for (int row = firstRow; row <= lastRow; ++row) {
         int first = 0;
         int last = 0;
         EllipseRowExtent(box.Width(), box.Height(), row, first, last);

@@ -62,7 +62,11 @@ std::vector<std::array<int, 2>> Shifted(const EngineStep& step, const EditingTar
     return points;
 }
 
-int Stroke(CommandContext& context, const EngineOptions& options, const EngineStep& step, ColorWord ink) {
+// A pen stroke in `ink`; with a similarity of 0 or more, instead an eraser
+// stroke that turns only colours that near the foreground colour into the
+// background colour (draw mode 6), as the eraser's "foreground only" does.
+int Stroke(CommandContext& context, const EngineOptions& options, const EngineStep& step, ColorWord ink,
+           int similarity = -1) {
     if (!EditingTargetOf(context.doc).Contains(step.points[0][0], step.points[0][1])) {
         return 0;
     }
@@ -72,8 +76,18 @@ int Stroke(CommandContext& context, const EngineOptions& options, const EngineSt
     }
     const auto points = Shifted(step, session.target);
     session.TouchesPoints(context, points);
-    PenStroke(session.engine, reinterpret_cast<const int(*)[2]>(points.data()),
-              static_cast<int>(points.size()), options.penSize, options.penShape, false);
+    if (similarity < 0) {
+        PenStroke(session.engine, reinterpret_cast<const int(*)[2]>(points.data()),
+                  static_cast<int>(points.size()), options.penSize, options.penShape, false);
+        return session.Done(context);
+    }
+    BrushEngine& engine = session.engine;
+    engine.SetColorMatchBounds(similarity, similarity, similarity);
+    engine.Dab(points[0][0], points[0][1], options.penSize, options.penShape, kModeColorReplace);
+    for (std::size_t i = 1; i < points.size(); ++i) {
+        engine.Segment(points[i - 1][0], points[i - 1][1], points[i][0], points[i][1], options.penSize,
+                       options.penShape, kModeColorReplace);
+    }
     return session.Done(context);
 }
 
@@ -107,7 +121,7 @@ int RunPen(CommandContext& c, const EngineOptions& o, const EngineStep& s) {
 }
 
 int RunEraser(CommandContext& c, const EngineOptions& o, const EngineStep& s) {
-    return Stroke(c, o, s, c.background);
+    return o.eraseSimilar < 0 ? Stroke(c, o, s, c.background) : Stroke(c, o, s, c.foreground, o.eraseSimilar);
 }
 
 int RunFill(CommandContext& context, const EngineOptions& options, const EngineStep& step) {

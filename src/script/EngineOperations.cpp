@@ -3,6 +3,7 @@
 #include "image/CUndoHistory.h"
 
 #include "image/CBriselDoc.h"
+#include "image/ImageCoordinates.h"
 #include "paint/BrushEngine.h"
 #include "script/EngineOperationHandlers.h"
 
@@ -24,8 +25,15 @@ struct EngineOperation {
     Arguments arguments;
     int minimum; // numbers (for Numbers), or points
     int maximum;
-    const char* words; // comma-separated words standing for numbers `wordBase`, `wordBase + 1`, ...
+    // Numbers: the first `coordinates` are coordinates (kept within the
+    // coordinate limit); each one after them is a code, written as one of
+    // `words` (standing for `wordBase`, `wordBase + 1`, ...) when there are
+    // words, else as a number of codeLow..codeHigh.
+    int coordinates;
+    const char* words;
     int wordBase;
+    int codeLow;
+    int codeHigh;
     Handler run;
     const char* values;  // how the values after '=' are written, for the help text
     const char* summary; // what the operation does, for the help text
@@ -74,51 +82,52 @@ constexpr const char* kCombineWords = "add,sub";
 constexpr const char* kFillWords = "fore,back,white,black";
 
 const EngineOperation kOperations[] = {
-    {"fill", Arguments::Numbers, 2, 2, nullptr, 0, &RunFill, "X,Y",
+    {"fill", Arguments::Numbers, 2, 2, 2, nullptr, 0, 0, 0, &RunFill, "X,Y",
      "flood-fills from the point with the foreground colour, within --tolerance, as the fill tool does"},
-    {"gradient", Arguments::Numbers, 4, 4, nullptr, 0, &RunGradient, "X1,Y1,X2,Y2",
+    {"gradient", Arguments::Numbers, 4, 4, 4, nullptr, 0, 0, 0, &RunGradient, "X1,Y1,X2,Y2",
      "draws a gradient from the foreground to the background colour between the two points; --gradient sets "
      "its shape and colour mode"},
-    {"pen", Arguments::Points, 1, 100000, nullptr, 0, &RunPen, "X,Y;X,Y;...",
+    {"pen", Arguments::Points, 1, 100000, 0, nullptr, 0, 0, 0, &RunPen, "X,Y;X,Y;...",
      "a pen stroke in the foreground colour through the points, with the --pen size and shape"},
-    {"eraser", Arguments::Points, 1, 100000, nullptr, 0, &RunEraser, "X,Y;X,Y;...",
-     "an eraser stroke in the background colour through the points"},
-    {"line", Arguments::Numbers, 4, 4, nullptr, 0, &RunLine, "X1,Y1,X2,Y2",
+    {"eraser", Arguments::Points, 1, 100000, 0, nullptr, 0, 0, 0, &RunEraser, "X,Y;X,Y;...",
+     "an eraser stroke in the background colour through the points; with --erase-similar only colours near "
+     "the foreground colour are erased"},
+    {"line", Arguments::Numbers, 4, 4, 4, nullptr, 0, 0, 0, &RunLine, "X1,Y1,X2,Y2",
      "a straight line in the foreground colour; the end point is kept inside the picture"},
-    {"rect", Arguments::Numbers, 4, 5, nullptr, 0, &RunRect, "X1,Y1,X2,Y2[,STYLE]",
+    {"rect", Arguments::Numbers, 4, 5, 4, nullptr, 0, 0, 2, &RunRect, "X1,Y1,X2,Y2[,STYLE]",
      "a rectangle between the corners; STYLE 0 outline (default), 1 outline filled with the background "
      "colour, 2 filled"},
-    {"ellipse", Arguments::Numbers, 4, 5, nullptr, 0, &RunEllipse, "X1,Y1,X2,Y2[,STYLE]",
+    {"ellipse", Arguments::Numbers, 4, 5, 4, nullptr, 0, 0, 2, &RunEllipse, "X1,Y1,X2,Y2[,STYLE]",
      "an ellipse in the box between the corners; STYLE as for rect"},
-    {"brush", Arguments::NumberAndPoints, 1, 100000, nullptr, 0, &RunBrush, "MODE,X,Y;X,Y;...",
+    {"brush", Arguments::NumberAndPoints, 1, 100000, 0, nullptr, 0, 1, 12, &RunBrush, "MODE,X,Y;X,Y;...",
      "a stroke in draw mode MODE: 1 solid, 2 lighten, 3 darken, 4 and 5 hue, 6 colour replace, 7 wash, 8 and "
      "11 grain, 12 speckle"},
-    {"tablet", Arguments::NumberAndPoints, 1, 100000, nullptr, 0, &RunTablet, "KIND,X,Y;X,Y;...",
+    {"tablet", Arguments::NumberAndPoints, 1, 100000, 0, nullptr, 0, 2, 12, &RunTablet, "KIND,X,Y;X,Y;...",
      "a stroke of the artistic pen KIND (2, 3 or 7..12)"},
-    {"select-all", Arguments::None, 0, 0, nullptr, 0, &RunEditCommandById<57642>, "",
+    {"select-all", Arguments::None, 0, 0, 0, nullptr, 0, 0, 0, &RunEditCommandById<57642>, "",
      "selects the whole picture"},
-    {"select-none", Arguments::None, 0, 0, nullptr, 0, &RunEditCommandById<32859>, "",
+    {"select-none", Arguments::None, 0, 0, 0, nullptr, 0, 0, 0, &RunEditCommandById<32859>, "",
      "ends the selection, putting the floating pixels down"},
-    {"invert-selection", Arguments::None, 0, 0, nullptr, 0, &RunEditCommandById<32860>, "",
+    {"invert-selection", Arguments::None, 0, 0, 0, nullptr, 0, 0, 0, &RunEditCommandById<32860>, "",
      "selects what was not selected"},
-    {"select-rect", Arguments::Numbers, 4, 5, kCombineWords, 2, &RunSelectRect, "X1,Y1,X2,Y2[,add|sub]",
+    {"select-rect", Arguments::Numbers, 4, 5, 4, kCombineWords, 2, 0, 0, &RunSelectRect, "X1,Y1,X2,Y2[,add|sub]",
      "selects the rectangle, or adds it to or takes it from the selection"},
-    {"select-ellipse", Arguments::Numbers, 4, 5, kCombineWords, 2, &RunSelectEllipse, "X1,Y1,X2,Y2[,add|sub]",
+    {"select-ellipse", Arguments::Numbers, 4, 5, 4, kCombineWords, 2, 0, 0, &RunSelectEllipse, "X1,Y1,X2,Y2[,add|sub]",
      "selects the ellipse in the box, or adds it to or takes it from the selection"},
-    {"wand", Arguments::Numbers, 2, 3, kCombineWords, 2, &RunWand, "X,Y[,add|sub]",
+    {"wand", Arguments::Numbers, 2, 3, 2, kCombineWords, 2, 0, 0, &RunWand, "X,Y[,add|sub]",
      "selects the colour at the point within --tolerance (connected pixels only with --continuous 1), or "
      "adds or takes it"},
-    {"move-floating", Arguments::Numbers, 2, 2, nullptr, 0, &RunMoveFloating, "DX,DY",
+    {"move-floating", Arguments::Numbers, 2, 2, 2, nullptr, 0, 0, 0, &RunMoveFloating, "DX,DY",
      "moves the floating selection by DX, DY pixels"},
-    {"put-floating", Arguments::None, 0, 0, nullptr, 0, &RunEditCommandById<32861>, "",
+    {"put-floating", Arguments::None, 0, 0, 0, nullptr, 0, 0, 0, &RunEditCommandById<32861>, "",
      "puts the floating selection down"},
-    {"discard-floating", Arguments::None, 0, 0, nullptr, 0, &RunEditCommandById<32862>, "",
+    {"discard-floating", Arguments::None, 0, 0, 0, nullptr, 0, 0, 0, &RunEditCommandById<32862>, "",
      "throws the floating selection away"},
-    {"crop", Arguments::None, 0, 0, nullptr, 0, &RunEditCommandById<32857>, "",
+    {"crop", Arguments::None, 0, 0, 0, nullptr, 0, 0, 0, &RunEditCommandById<32857>, "",
      "crops the picture to the selection"},
-    {"clear", Arguments::None, 0, 0, nullptr, 0, &RunEditCommandById<57632>, "",
+    {"clear", Arguments::None, 0, 0, 0, nullptr, 0, 0, 0, &RunEditCommandById<57632>, "",
      "clears the selection to the background colour"},
-    {"fill-selection", Arguments::Numbers, 1, 1, kFillWords, 0, &RunFillSelection, "fore|back|white|black",
+    {"fill-selection", Arguments::Numbers, 1, 1, 0, kFillWords, 0, 0, 0, &RunFillSelection, "fore|back|white|black",
      "fills the selection, or the picture, with that colour as Edit > Fill does"},
 };
 
@@ -131,10 +140,29 @@ const EngineOperation* FindOperation(std::string_view name) {
     return nullptr;
 }
 
+// A coordinate, kept within the coordinate limit; numbers beyond an int are
+// refused.
+bool ParseCoordinate(std::string_view text, int& value) {
+    if (!ParseWhole(text, value)) {
+        return false;
+    }
+    value = ClampCoordinate(value);
+    return true;
+}
+
+// A code: one of the operation's words, or without words a number in its range.
+bool ParseCode(const EngineOperation& op, std::string_view text, int& value) {
+    if (op.words != nullptr) {
+        return ParseWordValue(op, text, value);
+    }
+    return ParseWhole(text, value) && value >= op.codeLow && value <= op.codeHigh;
+}
+
 bool ParseNumbers(const EngineOperation& op, std::string_view text, std::vector<int>& numbers) {
     for (const std::string_view token : Split(text, ',')) {
+        const bool coordinate = static_cast<int>(numbers.size()) < op.coordinates;
         int value = 0;
-        if (!ParseWhole(token, value) && !ParseWordValue(op, token, value)) {
+        if (!(coordinate ? ParseCoordinate(token, value) : ParseCode(op, token, value))) {
             return false;
         }
         numbers.push_back(value);
@@ -142,22 +170,28 @@ bool ParseNumbers(const EngineOperation& op, std::string_view text, std::vector<
     return true;
 }
 
+// "X,Y;X,Y;...", the first pair led by a code for NumberAndPoints.
 bool ParsePoints(const EngineOperation& op, std::string_view text, EngineStep& step) {
     bool first = true;
     for (const std::string_view pair : Split(text, ';')) {
-        std::vector<int> values;
-        if (!ParseNumbers(op, pair, values)) {
-            return false;
-        }
+        auto values = Split(pair, ',');
         const bool leading = first && op.arguments == Arguments::NumberAndPoints;
         if (values.size() != (leading ? 3u : 2u)) {
             return false;
         }
         if (leading) {
-            step.numbers.push_back(values[0]);
+            int code = 0;
+            if (!ParseCode(op, values[0], code)) {
+                return false;
+            }
+            step.numbers.push_back(code);
             values.erase(values.begin());
         }
-        step.points.push_back({values[0], values[1]});
+        std::array<int, 2> point{};
+        if (!ParseCoordinate(values[0], point[0]) || !ParseCoordinate(values[1], point[1])) {
+            return false;
+        }
+        step.points.push_back(point);
         first = false;
     }
     return true;
@@ -190,14 +224,16 @@ bool ParseEngineOption(const std::string& name, const std::string& value, Engine
         options.penShape = numbers[1];
         return true;
     }
-    if (name == "tolerance" || name == "continuous") {
-        const int limit = name == "tolerance" ? 255 : 1;
+    if (name == "tolerance" || name == "continuous" || name == "erase-similar") {
+        const int limit = name == "continuous" ? 1 : 255;
         if (!numbersOf(1) || numbers[0] < 0 || numbers[0] > limit) {
             error = "--" + name + " takes a whole number of 0.." + std::to_string(limit);
             return false;
         }
         if (name == "tolerance") {
             options.tolerance = numbers[0];
+        } else if (name == "erase-similar") {
+            options.eraseSimilar = numbers[0];
         } else {
             options.continuous = numbers[0] != 0;
         }

@@ -17,10 +17,13 @@ struct EngineOptions {
     bool continuous = true;
     int gradientShape = 0; // linear, radial, rectangle, cone
     int gradientMode = 0;  // rgb, hue-cw, hue-ccw
+    // -1: the eraser paints the background colour; 0..255: it erases only
+    // colours within this distance of the foreground colour in each channel.
+    int eraseSimilar = -1;
 };
 
-// Reads "--pen SIZE,SHAPE", "--tolerance N", "--continuous 0|1" and
-// "--gradient SHAPE,MODE" (name without the dashes); false with `error` set
+// Reads "--pen SIZE,SHAPE", "--tolerance N", "--continuous 0|1",
+// "--gradient SHAPE,MODE" and "--erase-similar N" (name without the dashes); false with `error` set
 // for a bad value. Returns false with an empty error for another name.
 bool ParseEngineOption(const std::string& name, const std::string& value, EngineOptions& options,
                        std::string& error);

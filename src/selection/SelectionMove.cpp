@@ -3,6 +3,7 @@
 #include "image/CBriselDoc.h"
 #include "image/CUndoHistory.h"
 #include "image/CommandContext.h"
+#include "image/ImageCoordinates.h"
 #include "platform/HeapBlock.h"
 #include "platform/MessagePresenter.h"
 #include "platform/StringTable.h"
@@ -33,8 +34,8 @@ int MoveSelectionOutline(CommandContext& context, int dx, int dy) {
         (dx == 0 && dy == 0)) {
         return 0;
     }
-    const int x = doc.FloatX() + dx;
-    const int y = doc.FloatY() + dy;
+    const int x = ClampCoordinate(static_cast<long long>(doc.FloatX()) + dx);
+    const int y = ClampCoordinate(static_cast<long long>(doc.FloatY()) + dy);
     // Everything that can fail is had before the picture changes.
     CBriselDoc::ImagePtr pickedUp = doc.CopyPictureRect(x, y, x + mask->Width() - 1, y + mask->Height() - 1);
     if (!pickedUp) {

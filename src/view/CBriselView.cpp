@@ -1,6 +1,7 @@
 #include "view/CBriselView.h"
 
 #include "image/CBriselDoc.h"
+#include "image/ImageCoordinates.h"
 #include "view/CViewWindow.h"
 #include "view/FullScreenWindow.h"
 #include "view/ViewHost.h"
@@ -20,8 +21,10 @@ void CBriselView::Attach(CViewWindow* window, CBriselDoc* doc, ViewHost* host) {
 QPoint CBriselView::ScreenToImage(QPoint screen) const {
     const int sx = m_window ? m_window->ScrollX() : 0;
     const int sy = m_window ? m_window->ScrollY() : 0;
-    return {zoom::ScreenOffsetToImage(sx - m_state.originX + screen.x(), m_state.zoom),
-            zoom::ScreenOffsetToImage(sy - m_state.originY + screen.y(), m_state.zoom)};
+    // Every tool's points come through here: they are kept within the
+    // coordinate limit the engines rely on.
+    return {ClampCoordinate(zoom::ScreenOffsetToImage(sx - m_state.originX + screen.x(), m_state.zoom)),
+            ClampCoordinate(zoom::ScreenOffsetToImage(sy - m_state.originY + screen.y(), m_state.zoom))};
 }
 
 QPoint CBriselView::ScreenToFloating(QPoint screen) const {

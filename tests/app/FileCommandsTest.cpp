@@ -29,11 +29,16 @@ QString WritePicture(const QTemporaryDir& folder, const QString& name, int width
     return path;
 }
 
-void ChooseFileInNextDialog(const QString& path) {
-    WithNextDialog([path](QDialog* dialog) {
+// Chooses `path` in the file dialog that opens next; `then` is set up for the
+// dialog after it.
+void ChooseFileInNextDialog(const QString& path, std::function<void()> then = {}) {
+    WithNextDialog([path, then](QDialog* dialog) {
         auto* files = qobject_cast<QFileDialog*>(dialog);
         ASSERT_NE(files, nullptr);
         files->selectFile(path);
+        if (then) {
+            then();
+        }
         QMetaObject::invokeMethod(files, "accept");
     });
 }
@@ -130,6 +135,53 @@ TEST_F(FileCommandsTest, ChangesAreOfferedForSavingBeforeNewOpenAndExit) {
     emit frame->ViewWindow()->FileDropped(dropped);
     EXPECT_EQ(app.Document().GetPicture()->Width(), 12);
     EXPECT_FALSE(app.Document().IsModified());
+}
+
+TEST_F(FileCommandsTest, SavingThroughTheDialogFromTheQuestionLetsTheCommandGoOn) {
+    Start();
+    // A never-saved picture: Yes, a name, then Open goes on to its own dialog.
+    app.Document().SetModifiedFlag(true);
+    const QString first = folder.filePath("first.bmp");
+    const QString other = WritePicture(folder, "other.bmp", 12, 9);
+    presenter->Answer(MessageAnswer::Yes);
+    ChooseFileInNextDialog(first, [other] { ChooseFileInNextDialog(other); });
+    frame->Router().Execute(cmd::kOpen);
+    EXPECT_TRUE(QFile::exists(first));
+    EXPECT_EQ(app.Recent().At(0), other);
+    EXPECT_EQ(app.Recent().At(1), first);
+    EXPECT_EQ(app.Document().GetPicture()->Width(), 12);
+
+    // A picture from a GIF file: the question names the file; saved under a
+    // new name, New goes on to its dialog.
+    const QString gif = folder.filePath("anim.gif");
+    ChooseFileInNextDialog(gif);
+    ASSERT_TRUE(frame->Router().Execute(cmd::kSaveAs));
+    app.Document().SetModifiedFlag(true);
+    const QString copy = folder.filePath("anim.bmp");
+    bool newDialogShown = false;
+    presenter->Answer(MessageAnswer::Yes);
+    ChooseFileInNextDialog(copy, [&newDialogShown] {
+        WithNextDialog([&newDialogShown](QDialog* dialog) {
+            newDialogShown = dialog != nullptr && qobject_cast<QFileDialog*>(dialog) == nullptr;
+            if (dialog != nullptr) {
+                dialog->reject();
+            }
+        });
+    });
+    frame->Router().Execute(cmd::kNew);
+    EXPECT_EQ(presenter->Shown().back().text, "Save changes to " + gif.toStdString() + "?");
+    EXPECT_TRUE(QFile::exists(copy));
+    EXPECT_TRUE(newDialogShown);
+    EXPECT_EQ(frame->windowTitle(), QStringLiteral("anim.bmp[*] \u2014 Tamrick"));
+
+    // Closing: after the save through the dialog the window closes.
+    app.CreateNewImage({16, 16, 72, 0});
+    app.Document().SetModifiedFlag(true);
+    presenter->Answer(MessageAnswer::Yes);
+    ChooseFileInNextDialog(folder.filePath("last.bmp"));
+    frame->Router().Execute(cmd::kExit);
+    EXPECT_TRUE(QFile::exists(folder.filePath("last.bmp")));
+    EXPECT_FALSE(frame->isVisible());
 }
 
 TEST_F(FileCommandsTest, AMissingFileIsReportedAndLeavesThePicture) {

@@ -35,11 +35,21 @@ expect_rc 0 "wand selects the left area" "$CLI" apply in.bmp wand.bmp --backgrou
 expect_rc 1 "crop without a selection" "$CLI" apply in.bmp none.bmp crop
 expect_rc 1 "no redo after undoing a crop" "$CLI" apply in.bmp none.bmp select-rect=0,0,4,4 crop undo redo
 [ ! -e none.bmp ] || fail "none.bmp written"
-for bad in "fill=1" "pen=1,2;3" "brush=1" "select-rect=1,2,3,4,both" "fill-selection=grey"; do
+# Coordinates at the ends of the int range: kept in range (the sanitizer
+# build checks the arithmetic), and a 200 million pixel ellipse takes no
+# longer than a small one.
+far=(--gradient radial,rgb gradient=-2147483648,0,2147483647,2147483647 ellipse=0,-100000000,50,100000000,1
+     rect=-2147483648,-2147483648,2147483647,5 "pen=1,1;2147483647,2147483647" select-rect=1,1,5,5
+     move-floating=2147483647,2147483647 move-floating=2147483647,1 put-floating)
+expect_rc 0 "far coordinates" timeout 20 "$CLI" apply in.bmp far.bmp "${far[@]}"
+[ "$(pixel far.bmp 19 0)" = "20 10 255 0 0" ] || fail "far rectangle: $(pixel far.bmp 19 0)"
+for bad in "fill=1" "pen=1,2;3" "brush=1" "select-rect=1,2,3,4,both" "fill-selection=grey" "fill-selection=7" \
+    "rect=0,0,5,5,3" "fill=0,2147483648"; do
     expect_rc 2 "bad word $bad" "$CLI" apply in.bmp bad.bmp "$bad"
 done
 expect_rc 2 "bad pen" "$CLI" apply in.bmp bad.bmp --pen 40,1 fill=0,0
 expect_rc 2 "bad gradient" "$CLI" apply in.bmp bad.bmp --gradient spiral,rgb fill=0,0
+expect_rc 2 "bad similarity" "$CLI" apply in.bmp bad.bmp --erase-similar 256 eraser=0,0
 [ ! -e bad.bmp ] || fail "bad.bmp written"
 
 [ "$failures" -eq 0 ] && echo "all engine operation checks passed"

@@ -146,15 +146,27 @@ TEST_F(DocumentFilesTest, SaveUsesThePathUnlessItIsAGif) {
     EXPECT_EQ(GetImageFileType(dir.Path("copy.gif")), kFileTypeGif);
 
     // The path now holds a GIF: Save asks for a name, and the question
-    // leaves the name out.
+    // names the GIF file as any other.
     Modify();
     dialogAnswer = std::nullopt;
     EXPECT_FALSE(files.Save());
     EXPECT_EQ(dialogCalls.size(), 2u);
     presenter.Answer(MessageAnswer::No);
     EXPECT_TRUE(files.SaveModified());
-    EXPECT_EQ(presenter.Shown().back().text, "Save changes to ?");
+    EXPECT_EQ(presenter.Shown().back().text, "Save changes to " + dir.Path("copy.gif") + "?");
     EXPECT_EQ(presenter.Shown().back().icon, MessageIcon::Exclamation);
+
+    // Yes saves through the dialog; a cancelled dialog stops the pending
+    // command, a completed one lets it go on.
+    presenter.Answer(MessageAnswer::Yes);
+    EXPECT_FALSE(files.SaveModified());
+    EXPECT_TRUE(doc.IsModified());
+    dialogAnswer = dir.Path("again.bmp");
+    presenter.Answer(MessageAnswer::Yes);
+    EXPECT_TRUE(files.SaveModified());
+    EXPECT_EQ(dialogCalls.size(), 4u);
+    EXPECT_EQ(GetImageFileType(dir.Path("again.bmp")), kFileTypeBmp);
+    EXPECT_FALSE(doc.IsModified());
 }
 
 TEST_F(DocumentFilesTest, SaveModifiedAnswers) {
@@ -173,7 +185,7 @@ TEST_F(DocumentFilesTest, SaveModifiedAnswers) {
     EXPECT_EQ(saved->GetPixel(0, 0), 0x123456u);
 
     // Never saved: the title names it, Yes goes through the dialog and the
-    // pending command stops even though the save worked.
+    // pending command goes on after the save.
     CBriselDoc fresh;
     CDocumentFiles freshFiles(fresh, undo, LoadLimitSize{1920, 2560});
     freshFiles.SetSaveDialog([this](const std::string&, const char*) { return dir.Path("new.jpg"); });
@@ -182,7 +194,7 @@ TEST_F(DocumentFilesTest, SaveModifiedAnswers) {
     fresh.SetTitle("Picture");
     fresh.SetModifiedFlag(true);
     presenter.Answer(MessageAnswer::Yes);
-    EXPECT_FALSE(freshFiles.SaveModified());
+    EXPECT_TRUE(freshFiles.SaveModified());
     EXPECT_EQ(presenter.Shown().back().text, "Save changes to Picture?");
     EXPECT_EQ(GetImageFileType(dir.Path("new.jpg")), kFileTypeJpeg);
     EXPECT_FALSE(fresh.IsModified());

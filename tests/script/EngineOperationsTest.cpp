@@ -1,6 +1,7 @@
 #include "script/EngineOperations.h"
 #include "image/CommandContext.h"
 #include "image/DocumentFixture.h"
+#include "image/ImageCoordinates.h"
 #include "platform/StringTable.h"
 
 #include <gtest/gtest.h>
@@ -111,4 +112,56 @@ TEST_F(EngineOperationsTest, AGradientWithoutMemoryForItsCopyChangesNothing) {
     EXPECT_EQ(presenter.ShownIds().back(), platform::IDS_DISK_SPACE_NOT_ENOUGH);
     EXPECT_EQ(doc.GetPicture()->GetPixel(19, 9), 0xFFFFFFu);
     EXPECT_EQ(undo.Kind(), 0);
+}
+
+TEST_F(EngineOperationsTest, CoordinatesNearTheIntLimitsAreKeptInRangeAndCodesChecked) {
+    // Codes are words or numbers of their range, never any number.
+    for (const char* bad : {"fill-selection=7", "fill-selection=0", "rect=0,0,9,9,3", "ellipse=0,0,9,9,-1",
+                            "select-rect=1,2,3,4,2", "wand=1,1,3", "brush=13,1,1", "fill=1,99999999999"}) {
+        EXPECT_TRUE(Rejects(bad)) << bad;
+    }
+    EngineStep step;
+    std::string error;
+    ASSERT_TRUE(ParseEngineStep("pen=-2147483648,2147483647;0,0", step, error));
+    EXPECT_EQ(step.points[0], (std::array<int, 2>{-kCoordinateLimit, kCoordinateLimit}));
+
+    // Each engine draws the part inside the picture (20 x 10).
+    ASSERT_EQ(Run("rect=-2147483648,-2147483648,2147483647,2147483647,2"), 1);
+    EXPECT_EQ(doc.GetPicture()->GetPixel(19, 9), 0x0000FFu);
+    ASSERT_EQ(Run("ellipse=-2147483647,-2147483647,2147483647,2147483647,1"), 1);
+    EXPECT_EQ(doc.GetPicture()->GetPixel(10, 5), 0x00FF00u) << "inside the ring: background";
+    ASSERT_EQ(Run("gradient=-2147483648,5,2147483647,5"), 1);
+    ASSERT_EQ(Run("line=0,5,2147483647,2147483647"), 1);
+    ASSERT_EQ(Run("eraser=0,0;2147483647,-2147483648"), 1);
+
+    // Moves add up without overflowing; far away, the floating pixels are
+    // put down nowhere.
+    ASSERT_EQ(Run("fill-selection=white"), 1);
+    ASSERT_EQ(Run("select-rect=2,2,5,5"), 1);
+    for (int i = 0; i < 3; ++i) {
+        ASSERT_EQ(Run("move-floating=2147483647,-2147483648"), 1);
+    }
+    EXPECT_EQ(doc.FloatX(), kCoordinateLimit);
+    EXPECT_EQ(doc.FloatY(), -kCoordinateLimit);
+    ASSERT_EQ(Run("fill-selection=black"), 1);
+    ASSERT_EQ(Run("put-floating"), 1);
+    EXPECT_EQ(doc.GetPicture()->GetPixel(3, 3), 0xFFFFFFu);
+}
+
+TEST_F(EngineOperationsTest, EraseSimilarErasesOnlyColoursNearTheForeground) {
+    // Foreground 0x0000FF; one pixel 20 away in red, one 21 away.
+    doc.GetPicture()->SetPixel(5, 5, 0x0000FF);
+    doc.GetPicture()->SetPixel(8, 5, 0x0000EB);
+    doc.GetPicture()->SetPixel(11, 5, 0x0000EA);
+    std::string error;
+    ASSERT_TRUE(ParseEngineOption("erase-similar", "20", options, error));
+    EXPECT_FALSE(ParseEngineOption("erase-similar", "256", options, error));
+    EXPECT_FALSE(error.empty());
+    options.penSize = 3;
+    ASSERT_EQ(Run("eraser=2,5;15,5"), 1);
+    EXPECT_EQ(doc.GetPicture()->GetPixel(5, 5), 0x00FF00u);
+    EXPECT_EQ(doc.GetPicture()->GetPixel(8, 5), 0x00FF00u);
+    EXPECT_EQ(doc.GetPicture()->GetPixel(11, 5), 0x0000EAu);
+    EXPECT_EQ(doc.GetPicture()->GetPixel(6, 5), 0xFFFFFFu) << "white is far from the foreground";
+    EXPECT_EQ(undo.Kind(), 1);
 }

@@ -4,12 +4,14 @@
 #include "platform/Settings.h"
 
 bool AToolPaintPen::BeginStroke(BrushEngine& engine) {
-    m_foregroundOnly = false;
-    const int similarity = platform::Settings::ReadInt("Eraser", "Red", 32);
+    m_foregroundOnly = m_eraser && platform::Settings::ReadInt("Eraser", "Eraser Type", 0) == 1;
     if (!m_eraser) {
         return true;
     }
     if (m_foregroundOnly) {
+        // The engine keeps both colours: pixels within the similarity of the
+        // foreground colour in each channel become the background colour.
+        const int similarity = platform::Settings::ReadInt("Eraser", "Red", 32);
         engine.SetColorMatchBounds(similarity, similarity, similarity);
     } else {
         engine.SetForegroundColor(engine.Background());
@@ -18,7 +20,7 @@ bool AToolPaintPen::BeginStroke(BrushEngine& engine) {
 }
 
 int AToolPaintPen::DrawMode() const {
-    return m_eraser && m_foregroundOnly ? kModeColorReplace : kModeSolid;
+    return m_foregroundOnly ? kModeColorReplace : kModeSolid;
 }
 
 void AToolPaintPen::PaintDab(BrushEngine& engine, int x, int y, int size) {

@@ -18,8 +18,8 @@ private:
     int DrawMode() const;
 
     bool m_eraser;
-    // Replace only colours near the foreground colour by the background one.
-    // Cleared at every pen-down, so the eraser always paints plain background
-    // whatever "Eraser Type" says; the similarity is read all the same.
+    // The eraser with "Eraser Type" 1 ("Erase foreground color only"), read
+    // at every pen-down: it replaces only colours within the "Red" similarity
+    // of the foreground colour (draw mode 6) by the background colour.
     bool m_foregroundOnly = false;
 };
