@@ -1,7 +1,8 @@
 #include "ops/ImageRescaler.h"
 
-#include "ops/RowResampler.h"
 #include "image/CDibImage.h"
+#include "ops/ResampleKernel.h"
+#include "ops/RowResampler.h"
 #include "ops/FilterMath.h"
 #include "ops/RowPasses.h"
 
