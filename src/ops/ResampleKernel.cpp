@@ -31,6 +31,10 @@ int ResampleKernel::Init(int sourceLength, int targetLength) {
     }
     m_sourceLength = sourceLength;
     m_targetLength = targetLength;
+    m_widestCount = 0;
+    for (int i = 0; i < targetLength; ++i) {
+        m_widestCount = std::max(m_widestCount, Count(i));
+    }
     return 1;
 }
 

@@ -34,6 +34,11 @@ public:
         return static_cast<std::uint8_t>(static_cast<int>(static_cast<float>(sum + m_half) / m_total));
     }
 
+    // The most taps any target sample has.
+    int WidestCount() const { return m_widestCount; }
+    // At most two taps whose weights add up to 256: Finish(sum) is then
+    // (sum + 128) >> 8, and the rounded sums fit 16 bits.
+    bool IsTwoTapsOf256() const { return m_widestCount <= 2 && m_total == 256.0f && m_half == 128; }
     // What Finish adds to a sum before dividing it by the total.
     std::uint32_t Half() const { return m_half; }
     float Total() const { return m_total; }
@@ -57,6 +62,7 @@ private:
     platform::HeapBlock m_weights;
     int m_sourceLength = 0;
     int m_targetLength = 0;
+    int m_widestCount = 0;
     std::uint32_t m_half = 0;
     float m_total = 1.0f;
 };

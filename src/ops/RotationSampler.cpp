@@ -56,6 +56,10 @@ bool HasAvx2() {
     static const bool has = __builtin_cpu_supports("avx2");
     return has;
 }
+bool HasAvx512() {
+    static const bool has = __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw");
+    return has;
+}
 #endif
 
 } // namespace
@@ -71,9 +75,7 @@ RotationSampler::RotationSampler(const CDibImage& source, int targetWidth, doubl
       m_width(targetWidth),
       m_fill{static_cast<std::uint8_t>(BlueOf(fill)), static_cast<std::uint8_t>(GreenOf(fill)),
              static_cast<std::uint8_t>(RedOf(fill))} {
-    // Room for one vector of columns past the end, so vector loads of the
-    // tables never need a tail.
-    const std::size_t bytes = (static_cast<std::size_t>(targetWidth) + 8) * sizeof(double);
+    const std::size_t bytes = static_cast<std::size_t>(targetWidth) * sizeof(double);
     m_columnX = platform::HeapBlock::Allocate(bytes);
     m_columnY = platform::HeapBlock::Allocate(bytes);
     if (!m_columnX || !m_columnY) {
@@ -196,7 +198,96 @@ __attribute__((target("avx2"))) inline __m256i BlendChannel(__m256i topLeft, __m
     return _mm256_srli_epi32(sum, 16);
 }
 
+// GCC 12 takes the unset pass-through operand inside its AVX-512 conversion
+// and min/max intrinsics for an uninitialised value.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
+// Whole sample coordinates and 8-bit weights along one axis of sixteen
+// pixels, from their table entries plus the row's shift.
+__attribute__((target("avx512f,avx512bw"))) inline void PositionsOfSixteen(const double* table, __m512d shift,
+                                                                           __m512d max, __m512i& whole,
+                                                                           __m512i& weight) {
+    const __m512d zero = _mm512_setzero_pd();
+    const __m512d scale = _mm512_set1_pd(256.0);
+    const __m512d half = _mm512_set1_pd(0.5);
+    const __m512d first = _mm512_min_pd(_mm512_max_pd(_mm512_add_pd(_mm512_loadu_pd(table), shift), zero), max);
+    const __m512d second = _mm512_min_pd(_mm512_max_pd(_mm512_add_pd(_mm512_loadu_pd(table + 8), shift), zero), max);
+    const __m256i wholeFirst = _mm512_cvttpd_epi32(first);
+    const __m256i wholeSecond = _mm512_cvttpd_epi32(second);
+    const __m256i weightFirst = _mm512_cvttpd_epi32(
+        _mm512_add_pd(_mm512_mul_pd(_mm512_sub_pd(first, _mm512_cvtepi32_pd(wholeFirst)), scale), half));
+    const __m256i weightSecond = _mm512_cvttpd_epi32(
+        _mm512_add_pd(_mm512_mul_pd(_mm512_sub_pd(second, _mm512_cvtepi32_pd(wholeSecond)), scale), half));
+    whole = _mm512_inserti64x4(_mm512_castsi256_si512(wholeFirst), wholeSecond, 1);
+    weight = _mm512_inserti64x4(_mm512_castsi256_si512(weightFirst), weightSecond, 1);
+}
+
 } // namespace
+
+// Sixteen pixels per step, as the eight-pixel loop below does them.
+__attribute__((target("avx512f,avx512bw"))) int RotationSampler::SampleSixteen(double rowSin, double rowCos,
+                                                                               int begin, int end,
+                                                                               std::uint8_t* row) const {
+    const auto* columnX = reinterpret_cast<const double*>(m_columnX.data());
+    const auto* columnY = reinterpret_cast<const double*>(m_columnY.data());
+    const __m512d shiftX = _mm512_set1_pd(rowSin);
+    const __m512d shiftY = _mm512_set1_pd(rowCos);
+    const __m512d maxX = _mm512_set1_pd(m_sourceWidth - 1.0);
+    const __m512d maxY = _mm512_set1_pd(m_sourceHeight - 1.0);
+    const __m512i lastX = _mm512_set1_epi32(m_sourceWidth - 1);
+    const __m512i lastY = _mm512_set1_epi32(m_sourceHeight - 1);
+    const __m512i one = _mm512_set1_epi32(1);
+    const __m512i rowBytes = _mm512_set1_epi32(static_cast<int>(m_sourceRowBytes));
+    const __m512i lastSafe = _mm512_set1_epi32(static_cast<int>(m_sourceBytes) - 4);
+    const __m512i full = _mm512_set1_epi32(256);
+    const __m512i low = _mm512_set1_epi32(0xFF);
+    const __m512i high = _mm512_set1_epi32(0xFF0000);
+    const __m512i rounding = _mm512_set1_epi32(32768);
+    const __m512i pack = _mm512_set4_epi32(-1, 0x0E0D0C0A, 0x09080605, 0x04020100);
+    const __m512i join = _mm512_setr_epi32(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, 3, 7, 11, 15);
+    const auto* bits = reinterpret_cast<const int*>(m_bits);
+    int x = begin;
+    for (; x + 16 <= end; x += 16) {
+        __m512i x0, wx, y0, wy;
+        PositionsOfSixteen(columnX + x, shiftX, maxX, x0, wx);
+        PositionsOfSixteen(columnY + x, shiftY, maxY, y0, wy);
+        const __m512i x1 = _mm512_min_epi32(_mm512_add_epi32(x0, one), lastX);
+        const __m512i y1 = _mm512_min_epi32(_mm512_add_epi32(y0, one), lastY);
+        const __m512i column = _mm512_add_epi32(x0, _mm512_add_epi32(x0, x0));
+        const __m512i first = _mm512_add_epi32(_mm512_mullo_epi32(_mm512_sub_epi32(lastY, y0), rowBytes), column);
+        const __m512i second = _mm512_add_epi32(_mm512_mullo_epi32(_mm512_sub_epi32(lastY, y1), rowBytes), column);
+        const __m512i gap = _mm512_sub_epi32(x1, x0);
+        const __m512i step = _mm512_add_epi32(gap, _mm512_add_epi32(gap, gap));
+        if (_mm512_cmpgt_epi32_mask(_mm512_add_epi32(first, step), lastSafe) != 0) {
+            break;
+        }
+        const __m512i topLeft = _mm512_i32gather_epi32(first, bits, 1);
+        const __m512i topRight = _mm512_i32gather_epi32(_mm512_add_epi32(first, step), bits, 1);
+        const __m512i bottomLeft = _mm512_i32gather_epi32(second, bits, 1);
+        const __m512i bottomRight = _mm512_i32gather_epi32(_mm512_add_epi32(second, step), bits, 1);
+        const __m512i weightX = _mm512_or_si512(_mm512_sub_epi32(full, wx), _mm512_slli_epi32(wx, 16));
+        __m512i pixels = _mm512_setzero_si512();
+        for (int shift = 0; shift <= 16; shift += 8) {
+            const __m512i top = _mm512_or_si512(
+                _mm512_and_si512(_mm512_srl_epi32(topLeft, _mm_cvtsi32_si128(shift)), low),
+                _mm512_and_si512(_mm512_sll_epi32(topRight, _mm_cvtsi32_si128(16 - shift)), high));
+            const __m512i bottom = _mm512_or_si512(
+                _mm512_and_si512(_mm512_srl_epi32(bottomLeft, _mm_cvtsi32_si128(shift)), low),
+                _mm512_and_si512(_mm512_sll_epi32(bottomRight, _mm_cvtsi32_si128(16 - shift)), high));
+            const __m512i upper = _mm512_madd_epi16(top, weightX);
+            const __m512i lower = _mm512_madd_epi16(bottom, weightX);
+            const __m512i sum = _mm512_add_epi32(
+                _mm512_add_epi32(_mm512_slli_epi32(upper, 8), _mm512_mullo_epi32(_mm512_sub_epi32(lower, upper), wy)),
+                rounding);
+            pixels = _mm512_or_si512(pixels, _mm512_sll_epi32(_mm512_srli_epi32(sum, 16), _mm_cvtsi32_si128(shift)));
+        }
+        const __m512i packed = _mm512_permutexvar_epi32(join, _mm512_shuffle_epi8(pixels, pack));
+        _mm512_mask_storeu_epi32(row + 3 * static_cast<std::size_t>(x), 0x0FFF, packed);
+    }
+    return x;
+}
+
+#pragma GCC diagnostic pop
 
 // Eight pixels per step while their source pixels can be read as 4-byte words
 // without passing the end of the picture; returns where it stopped.
@@ -204,6 +295,9 @@ __attribute__((target("avx2"))) int RotationSampler::SampleVectorised(double row
                                                                       int end, std::uint8_t* row) const {
     if (!HasAvx2() || m_sourceBytes > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) {
         return begin;
+    }
+    if (HasAvx512()) {
+        begin = SampleSixteen(rowSin, rowCos, begin, end, row);
     }
     const auto* columnX = reinterpret_cast<const double*>(m_columnX.data());
     const auto* columnY = reinterpret_cast<const double*>(m_columnY.data());

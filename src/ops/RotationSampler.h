@@ -35,6 +35,7 @@ private:
     Span CoveredSpan(double rowSin, double rowCos) const;
     void SampleSpan(double rowSin, double rowCos, int begin, int end, std::uint8_t* row) const;
     int SampleVectorised(double rowSin, double rowCos, int begin, int end, std::uint8_t* row) const;
+    int SampleSixteen(double rowSin, double rowCos, int begin, int end, std::uint8_t* row) const;
     void FillPixels(std::uint8_t* row, int count) const;
 
     const std::uint8_t* m_bits;

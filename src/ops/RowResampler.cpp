@@ -29,10 +29,7 @@ RowResampler::RowResampler(int sourceWidth, int targetWidth) : m_kernel(sourceWi
 void RowResampler::BuildPaddedTaps() {
     const int width = m_kernel.TargetLength();
     const int sourceWidth = m_kernel.SourceLength();
-    m_widestCount = 0;
-    for (int i = 0; i < width; ++i) {
-        m_widestCount = std::max(m_widestCount, m_kernel.Count(i));
-    }
+    m_widestCount = m_kernel.WidestCount();
     m_firsts = platform::HeapBlock::Allocate(static_cast<std::size_t>(width) * sizeof(std::int32_t));
     m_padded = platform::HeapBlock::Allocate(static_cast<std::size_t>(width) * m_widestCount * sizeof(std::int32_t));
     if (!m_firsts || !m_padded) {
