@@ -16,10 +16,10 @@
 //  - BM_Screen/Preview*: a slider change of Brightness/Contrast or
 //    Hue/Saturation recomputes the whole picture (on all cores), then the view
 //    is repainted: "ms" is the wall time, "cpu_ms" that of all threads.
+#include "BenchPictures.h"
 #include "image/CBriselDoc.h"
 #include "image/CDibImage.h"
 #include "image/CUndoHistory.h"
-#include "image/DibHelpers.h"
 #include "ops/AdjustPreview.h"
 #include "paint/BrushEngine.h"
 #include "platform/Settings.h"
@@ -75,31 +75,6 @@ void EnsureApplication() {
     platform::Settings::UseFolder(settings->path().toStdString());
 }
 
-std::unique_ptr<CDibImage> NewImage(int width, int height, int bits) {
-    BitmapInfoHeader header;
-    InitDibHeader(header, width, height, bits, 72, 72);
-    auto image = std::make_unique<CDibImage>();
-    image->Create(&header, nullptr);
-    return image;
-}
-
-// Smooth gradients with noise, like a photograph.
-std::unique_ptr<CDibImage> NewPhoto(int width, int height) {
-    auto image = NewImage(width, height, 24);
-    std::uint32_t seed = 777;
-    for (int y = 0; y < height; ++y) {
-        std::uint8_t* row = image->MutableBits() + static_cast<std::size_t>(y) * image->RowBytes();
-        for (int x = 0; x < width; ++x) {
-            seed = seed * 1664525u + 1013904223u;
-            const int noise = static_cast<int>(seed >> 27) - 16;
-            row[3 * x] = static_cast<std::uint8_t>(std::clamp(x / 16 + noise, 0, 255));
-            row[3 * x + 1] = static_cast<std::uint8_t>(std::clamp(y / 12 + noise, 0, 255));
-            row[3 * x + 2] = static_cast<std::uint8_t>(std::clamp((x + y) / 28 - noise, 0, 255));
-        }
-    }
-    return image;
-}
-
 const CDibImage& Photo() {
     static const std::unique_ptr<CDibImage> photo = NewPhoto(kWidth, kHeight);
     return *photo;
@@ -114,7 +89,7 @@ std::unique_ptr<CDibImage> CopyOfPhoto() {
 // A floating selection: an elliptic piece of 1200 x 900 pixels.
 struct Floating {
     std::unique_ptr<CDibImage> pixels = NewPhoto(1200, 900);
-    std::unique_ptr<CDibImage> mask = NewImage(1200, 900, 1);
+    std::unique_ptr<CDibImage> mask = NewPicture(1200, 900, 1);
     int x = 900;
     int y = 500;
     Floating() {

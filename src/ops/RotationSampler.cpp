@@ -7,7 +7,7 @@
 #include <limits>
 
 #if defined(__GNUC__) && defined(__x86_64__)
-#include <immintrin.h>
+#include "ops/VectorPixels.h"
 #define TAMRICK_ROTATION_AVX2 1
 #else
 #define TAMRICK_ROTATION_AVX2 0
@@ -311,9 +311,6 @@ __attribute__((target("avx2"))) int RotationSampler::SampleVectorised(double row
     const __m256i rowBytes = _mm256_set1_epi32(static_cast<int>(m_sourceRowBytes));
     const __m256i lastSafe = _mm256_set1_epi32(static_cast<int>(m_sourceBytes) - 4);
     const __m256i full = _mm256_set1_epi32(256);
-    const __m256i pack = _mm256_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1, 0, 1, 2, 4, 5,
-                                          6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1);
-    const __m256i join = _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 3, 7);
     const auto* bits = reinterpret_cast<const int*>(m_bits);
     int x = begin;
     for (; x + 8 <= end; x += 8) {
@@ -349,12 +346,8 @@ __attribute__((target("avx2"))) int RotationSampler::SampleVectorised(double row
         const __m256i blue = BlendChannel<0>(topLeft, topRight, bottomLeft, bottomRight, weightX, wy);
         const __m256i green = BlendChannel<8>(topLeft, topRight, bottomLeft, bottomRight, weightX, wy);
         const __m256i red = BlendChannel<16>(topLeft, topRight, bottomLeft, bottomRight, weightX, wy);
-        const __m256i pixels =
-            _mm256_or_si256(blue, _mm256_or_si256(_mm256_slli_epi32(green, 8), _mm256_slli_epi32(red, 16)));
-        const __m256i packed = _mm256_permutevar8x32_epi32(_mm256_shuffle_epi8(pixels, pack), join);
-        std::uint8_t* out = row + 3 * static_cast<std::size_t>(x);
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(out), _mm256_castsi256_si128(packed));
-        _mm_storel_epi64(reinterpret_cast<__m128i*>(out + 16), _mm256_extracti128_si256(packed, 1));
+        const __m256i pixels = ops::JoinChannels(blue, green, red);
+        ops::StoreEightPixels(pixels, row + 3 * static_cast<std::size_t>(x));
     }
     return x;
 }

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #if defined(__GNUC__) && defined(__x86_64__)
-#include <immintrin.h>
+#include "ops/VectorPixels.h"
 #define TAMRICK_RESAMPLE_AVX2 1
 #else
 #define TAMRICK_RESAMPLE_AVX2 0
@@ -100,9 +100,6 @@ __attribute__((target("avx2"))) int RowResampler::ResampleVectorised(const std::
     const __m256i three = _mm256_set1_epi32(3);
     const __m256i half = _mm256_set1_epi32(static_cast<int>(m_kernel.Half()));
     const __m256 total = _mm256_set1_ps(m_kernel.Total());
-    const __m256i pack = _mm256_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1, 0, 1, 2, 4, 5,
-                                          6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1);
-    const __m256i join = _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 3, 7);
     int i = 0;
     for (; i < m_vectorEnd; i += kLanes) {
         __m256i offset = _mm256_mullo_epi32(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(firsts + i)), three);
@@ -120,14 +117,9 @@ __attribute__((target("avx2"))) int RowResampler::ResampleVectorised(const std::
                                    _mm256_mullo_epi32(_mm256_and_si256(_mm256_srli_epi32(pixel, 16), byteMask), weight));
             offset = _mm256_add_epi32(offset, three);
         }
-        const __m256i pixels = _mm256_or_si256(
-            FinishEight(blue, half, total),
-            _mm256_or_si256(_mm256_slli_epi32(FinishEight(green, half, total), 8),
-                            _mm256_slli_epi32(FinishEight(red, half, total), 16)));
-        const __m256i packed = _mm256_permutevar8x32_epi32(_mm256_shuffle_epi8(pixels, pack), join);
-        std::uint8_t* out = target + 3 * static_cast<std::size_t>(i);
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(out), _mm256_castsi256_si128(packed));
-        _mm_storel_epi64(reinterpret_cast<__m128i*>(out + 16), _mm256_extracti128_si256(packed, 1));
+        const __m256i pixels = ops::JoinChannels(FinishEight(blue, half, total), FinishEight(green, half, total),
+                                                 FinishEight(red, half, total));
+        ops::StoreEightPixels(pixels, target + 3 * static_cast<std::size_t>(i));
     }
     return i;
 }

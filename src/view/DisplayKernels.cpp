@@ -60,26 +60,11 @@ TAMRICK_VECTOR_CLONES void XorLoop(const std::uint32_t* __restrict in, std::uint
     }
 }
 
-// Blocks of a fixed width, so that the block loop unrolls.
-template <int kBlock>
-void ReduceFixed(const std::uint16_t* __restrict sums, int blocks, const std::uint8_t* blue,
-                 const std::uint8_t* green, const std::uint8_t* red, std::uint8_t* __restrict out) {
-    constexpr unsigned kMultiplier = kReciprocal[kBlock];
-    for (int j = 0; j < blocks; ++j, sums += 3 * kBlock, out += 3) {
-        unsigned b = 0, g = 0, r = 0;
-        for (int n = 0; n < kBlock; ++n) {
-            b += sums[3 * n];
-            g += sums[3 * n + 1];
-            r += sums[3 * n + 2];
-        }
-        out[0] = blue[(b * kMultiplier) >> 16];
-        out[1] = green[(g * kMultiplier) >> 16];
-        out[2] = red[(r * kMultiplier) >> 16];
-    }
-}
-
-void ReduceAny(const std::uint16_t* sums, int count, int blocks, const std::uint8_t* blue,
-               const std::uint8_t* green, const std::uint8_t* red, std::uint8_t* out) {
+// Means of `blocks` runs of `count` pixels each; inlined into callers with a
+// constant count, whose block loop then unrolls.
+[[gnu::always_inline]] inline void ReduceBlocks(const std::uint16_t* __restrict sums, int count, int blocks,
+                                                const std::uint8_t* blue, const std::uint8_t* green,
+                                                const std::uint8_t* red, std::uint8_t* __restrict out) {
     const auto multiplier = static_cast<unsigned>(kReciprocal[count]);
     for (int j = 0; j < blocks; ++j, sums += 3 * count, out += 3) {
         unsigned b = 0, g = 0, r = 0;
@@ -92,6 +77,17 @@ void ReduceAny(const std::uint16_t* sums, int count, int blocks, const std::uint
         out[1] = green[(g * multiplier) >> 16];
         out[2] = red[(r * multiplier) >> 16];
     }
+}
+
+template <int kBlock>
+void ReduceFixed(const std::uint16_t* sums, int blocks, const std::uint8_t* blue, const std::uint8_t* green,
+                 const std::uint8_t* red, std::uint8_t* out) {
+    ReduceBlocks(sums, kBlock, blocks, blue, green, red, out);
+}
+
+void ReduceAny(const std::uint16_t* sums, int count, int blocks, const std::uint8_t* blue,
+               const std::uint8_t* green, const std::uint8_t* red, std::uint8_t* out) {
+    ReduceBlocks(sums, count, blocks, blue, green, red, out);
 }
 
 } // namespace
