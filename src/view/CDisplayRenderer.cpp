@@ -152,7 +152,7 @@ bool CDisplayRenderer::EnsureBuffers(int imagePixels, int screenPixels) {
     m_imageRow = platform::HeapBlock::Allocate(static_cast<std::size_t>(imagePixels) * 3);
     m_sums = platform::HeapBlock::Allocate(static_cast<std::size_t>(imagePixels) * 3 * sizeof(std::uint16_t));
     m_scaledRow = platform::HeapBlock::Allocate(StrideOf(screenPixels));
-    m_scaledRgb = platform::HeapBlock::Allocate(static_cast<std::size_t>(screenPixels) * 4);
+    m_scaledRgb = platform::HeapBlock::Allocate(static_cast<std::size_t>(screenPixels) * 8);
     m_rowBytes = platform::HeapBlock::Allocate(StrideOf(screenPixels));
     m_thresholds = platform::HeapBlock::Allocate(static_cast<std::size_t>(StrideOf(screenPixels)) * 4);
     m_band = platform::HeapBlock::Allocate(static_cast<std::size_t>(screenPixels) * 4 * kBandRows);
@@ -285,6 +285,16 @@ void CDisplayRenderer::CopyMagnifiedRow(const ImageRect& area, int screenRow, st
     const int imageRow = area.top + screenRow / m_zoom;
     const auto width = static_cast<std::size_t>(ScreenWidthOf(area));
     auto* converted = reinterpret_cast<std::uint32_t*>(m_scaledRgb.data());
+    // The top row of each image pixel is marked whole, so the row's own
+    // column marks come out marked once: it is the converted row XORed with
+    // this pattern, made at the render's first row.
+    std::uint32_t* topRowMarks = converted + width;
+    if (cachedRow == -1 && GridShown()) {
+        constexpr std::uint32_t kGridMark = 0x808080;
+        for (std::size_t x = 0; x < width; ++x) {
+            topRowMarks[x] = x % static_cast<std::size_t>(m_zoom) == 0 ? 0 : kGridMark;
+        }
+    }
     if (imageRow != cachedRow) {
         BuildMagnifiedRow(area, imageRow);
         display::ToRgb32(m_scaledRow.data(), converted, width);
@@ -294,13 +304,7 @@ void CDisplayRenderer::CopyMagnifiedRow(const ImageRect& area, int screenRow, st
         std::memcpy(out, converted, width * 4);
         return;
     }
-    // The top row of each image pixel is marked whole: the row's own column
-    // marks come out marked once.
-    constexpr std::uint32_t kGridMark = 0x808080;
-    display::XorPixels(converted, out, width, kGridMark);
-    for (std::size_t x = 0; x < width; x += static_cast<std::size_t>(m_zoom)) {
-        out[x] ^= kGridMark;
-    }
+    display::XorPixels(converted, topRowMarks, out, width);
 }
 
 // Threshold rows of the four dither rows for a render whose first screen

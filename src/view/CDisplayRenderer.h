@@ -113,7 +113,7 @@ private:
     platform::HeapBlock m_imageRow;  // one picture row of the area
     platform::HeapBlock m_sums;      // 16-bit accumulators for reductions
     platform::HeapBlock m_scaledRow; // the last image row scaled to the screen
-    platform::HeapBlock m_scaledRgb; // the same as 32-bit pixels
+    platform::HeapBlock m_scaledRgb; // the same as 32-bit pixels, then the grid's top-row pattern
     platform::HeapBlock m_rowBytes;  // the screen row being built
     platform::HeapBlock m_thresholds; // dither thresholds of four screen rows
     platform::HeapBlock m_band;      // kBandRows screen rows of 32-bit pixels

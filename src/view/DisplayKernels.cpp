@@ -53,10 +53,10 @@ TAMRICK_VECTOR_CLONES void ToRgb32Loop(const std::uint8_t* __restrict bgr, std::
     }
 }
 
-TAMRICK_VECTOR_CLONES void XorLoop(const std::uint32_t* __restrict in, std::uint32_t* __restrict out,
-                                   std::size_t count, std::uint32_t mask) {
+TAMRICK_VECTOR_CLONES void XorLoop(const std::uint32_t* __restrict in, const std::uint32_t* __restrict mask,
+                                   std::uint32_t* __restrict out, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) {
-        out[i] = in[i] ^ mask;
+        out[i] = in[i] ^ mask[i];
     }
 }
 
@@ -133,8 +133,8 @@ void ToRgb32(const std::uint8_t* bgr, std::uint32_t* out, std::size_t pixels) {
     ToRgb32Loop(bgr, out, pixels);
 }
 
-void XorPixels(const std::uint32_t* in, std::uint32_t* out, std::size_t count, std::uint32_t mask) {
-    XorLoop(in, out, count, mask);
+void XorPixels(const std::uint32_t* in, const std::uint32_t* mask, std::uint32_t* out, std::size_t count) {
+    XorLoop(in, mask, out, count);
 }
 
 } // namespace display

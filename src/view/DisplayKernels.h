@@ -28,7 +28,7 @@ void QuantiseBytes(std::uint8_t* row, const std::uint8_t* thresholds, std::size_
 // Blue, green, red bytes into 32-bit 0xFFRRGGBB pixels.
 void ToRgb32(const std::uint8_t* bgr, std::uint32_t* out, std::size_t pixels);
 
-// out[i] = in[i] ^ mask.
-void XorPixels(const std::uint32_t* in, std::uint32_t* out, std::size_t count, std::uint32_t mask);
+// out[i] = in[i] ^ mask[i].
+void XorPixels(const std::uint32_t* in, const std::uint32_t* mask, std::uint32_t* out, std::size_t count);
 
 } // namespace display
