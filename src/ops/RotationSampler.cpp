@@ -222,9 +222,22 @@ __attribute__((target("avx512f,avx512bw"))) inline void PositionsOfSixteen(const
     weight = _mm512_inserti64x4(_mm512_castsi256_si512(weightFirst), weightSecond, 1);
 }
 
+// Each lane's pixel and the one to its right, from one 8-byte read per lane.
+// The right pixel is read even at the row's last pixel: its weight is 0 there
+// (the sample sits exactly on the last column), so what follows does not count.
+__attribute__((target("avx512f,avx512bw"))) inline void GatherPixelPairs(const long long* bits, __m512i offsets,
+                                                                         __m512i& left, __m512i& right) {
+    const __m512i low = _mm512_i32gather_epi64(_mm512_castsi512_si256(offsets), bits, 1);
+    const __m512i high = _mm512_i32gather_epi64(_mm512_extracti64x4_epi64(offsets, 1), bits, 1);
+    left = _mm512_inserti64x4(_mm512_castsi256_si512(_mm512_cvtepi64_epi32(low)), _mm512_cvtepi64_epi32(high), 1);
+    right = _mm512_inserti64x4(_mm512_castsi256_si512(_mm512_cvtepi64_epi32(_mm512_srli_epi64(low, 24))),
+                               _mm512_cvtepi64_epi32(_mm512_srli_epi64(high, 24)), 1);
+}
+
 } // namespace
 
-// Sixteen pixels per step, as the eight-pixel loop below does them.
+// Sixteen pixels per step, as the eight-pixel loop below does them, with one
+// 8-byte read for both pixels of a row.
 __attribute__((target("avx512f,avx512bw"))) int RotationSampler::SampleSixteen(double rowSin, double rowCos,
                                                                                int begin, int end,
                                                                                std::uint8_t* row) const {
@@ -234,37 +247,33 @@ __attribute__((target("avx512f,avx512bw"))) int RotationSampler::SampleSixteen(d
     const __m512d shiftY = _mm512_set1_pd(rowCos);
     const __m512d maxX = _mm512_set1_pd(m_sourceWidth - 1.0);
     const __m512d maxY = _mm512_set1_pd(m_sourceHeight - 1.0);
-    const __m512i lastX = _mm512_set1_epi32(m_sourceWidth - 1);
     const __m512i lastY = _mm512_set1_epi32(m_sourceHeight - 1);
     const __m512i one = _mm512_set1_epi32(1);
     const __m512i rowBytes = _mm512_set1_epi32(static_cast<int>(m_sourceRowBytes));
-    const __m512i lastSafe = _mm512_set1_epi32(static_cast<int>(m_sourceBytes) - 4);
+    const __m512i lastSafe = _mm512_set1_epi32(static_cast<int>(m_sourceBytes) - 8);
     const __m512i full = _mm512_set1_epi32(256);
     const __m512i low = _mm512_set1_epi32(0xFF);
     const __m512i high = _mm512_set1_epi32(0xFF0000);
     const __m512i rounding = _mm512_set1_epi32(32768);
     const __m512i pack = _mm512_set4_epi32(-1, 0x0E0D0C0A, 0x09080605, 0x04020100);
     const __m512i join = _mm512_setr_epi32(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, 3, 7, 11, 15);
-    const auto* bits = reinterpret_cast<const int*>(m_bits);
+    const auto* bits = reinterpret_cast<const long long*>(m_bits);
     int x = begin;
     for (; x + 16 <= end; x += 16) {
         __m512i x0, wx, y0, wy;
         PositionsOfSixteen(columnX + x, shiftX, maxX, x0, wx);
         PositionsOfSixteen(columnY + x, shiftY, maxY, y0, wy);
-        const __m512i x1 = _mm512_min_epi32(_mm512_add_epi32(x0, one), lastX);
         const __m512i y1 = _mm512_min_epi32(_mm512_add_epi32(y0, one), lastY);
         const __m512i column = _mm512_add_epi32(x0, _mm512_add_epi32(x0, x0));
         const __m512i first = _mm512_add_epi32(_mm512_mullo_epi32(_mm512_sub_epi32(lastY, y0), rowBytes), column);
         const __m512i second = _mm512_add_epi32(_mm512_mullo_epi32(_mm512_sub_epi32(lastY, y1), rowBytes), column);
-        const __m512i gap = _mm512_sub_epi32(x1, x0);
-        const __m512i step = _mm512_add_epi32(gap, _mm512_add_epi32(gap, gap));
-        if (_mm512_cmpgt_epi32_mask(_mm512_add_epi32(first, step), lastSafe) != 0) {
+        // The top row lies highest in memory.
+        if (_mm512_cmpgt_epi32_mask(first, lastSafe) != 0) {
             break;
         }
-        const __m512i topLeft = _mm512_i32gather_epi32(first, bits, 1);
-        const __m512i topRight = _mm512_i32gather_epi32(_mm512_add_epi32(first, step), bits, 1);
-        const __m512i bottomLeft = _mm512_i32gather_epi32(second, bits, 1);
-        const __m512i bottomRight = _mm512_i32gather_epi32(_mm512_add_epi32(second, step), bits, 1);
+        __m512i topLeft, topRight, bottomLeft, bottomRight;
+        GatherPixelPairs(bits, first, topLeft, topRight);
+        GatherPixelPairs(bits, second, bottomLeft, bottomRight);
         const __m512i weightX = _mm512_or_si512(_mm512_sub_epi32(full, wx), _mm512_slli_epi32(wx, 16));
         __m512i pixels = _mm512_setzero_si512();
         for (int shift = 0; shift <= 16; shift += 8) {
