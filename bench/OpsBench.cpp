@@ -1,8 +1,7 @@
 // Image operations on a 4000 x 3000 picture. Each benchmark also reports
 // "x_memcpy": its time per run divided by the time of one memcpy of the
 // picture's bytes between two existing pictures, measured in the same process.
-#include "image/CDibImage.h"
-#include "image/DibHelpers.h"
+#include "BenchPictures.h"
 #include "ops/CColorAdjuster.h"
 #include "ops/CImageFilter.h"
 #include "ops/CImageTransform.h"
@@ -24,33 +23,8 @@ namespace {
 constexpr int kWidth = 4000;
 constexpr int kHeight = 3000;
 
-std::unique_ptr<CDibImage> NewPicture(int width, int height) {
-    BitmapInfoHeader header;
-    InitDibHeader(header, width, height, 24, 72, 72);
-    auto image = std::make_unique<CDibImage>();
-    image->Create(&header, nullptr);
-    return image;
-}
-
-// Smooth gradients with noise on top, so that edge and speckle tests take
-// both of their branches.
 const CDibImage& Photo() {
-    static const std::unique_ptr<CDibImage> picture = [] {
-        auto image = NewPicture(kWidth, kHeight);
-        std::uint8_t* bits = image->MutableBits();
-        std::uint32_t seed = 12345;
-        for (int y = 0; y < kHeight; ++y) {
-            std::uint8_t* row = bits + static_cast<std::size_t>(y) * image->RowBytes();
-            for (int x = 0; x < kWidth; ++x) {
-                seed = seed * 1664525u + 1013904223u;
-                const int noise = static_cast<int>(seed >> 26) - 32;
-                row[3 * x] = static_cast<std::uint8_t>(std::clamp(x / 16 + noise, 0, 255));
-                row[3 * x + 1] = static_cast<std::uint8_t>(std::clamp(y / 12 + noise, 0, 255));
-                row[3 * x + 2] = static_cast<std::uint8_t>(std::clamp((x + y) / 28 - noise, 0, 255));
-            }
-        }
-        return image;
-    }();
+    static const std::unique_ptr<CDibImage> picture = NewPhoto(kWidth, kHeight);
     return *picture;
 }
 

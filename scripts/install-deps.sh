@@ -36,6 +36,9 @@ PACKAGES=(
   groff-base
   dpkg-dev
   file
+  libvips-tools
+  hyperfine
+  valgrind
 )
 
 # `--desktop-fonts` adds the fonts a typical desktop brings along, for running

@@ -41,7 +41,6 @@ private:
     template <class SourcePosition> int QuarterTurn(const SourcePosition& position);
     void RotateMaskRow(int y, double rowSin, double rowCos, std::uint8_t* row, bool fill) const;
     int RotatePicture();
-    void RotatePictureRow(int y, double rowSin, double rowCos, std::uint8_t* row) const;
 
     CDibImage* m_target = nullptr;
     const CDibImage* m_source = nullptr;

@@ -1,7 +1,8 @@
 #include "ops/ImageRescaler.h"
 
-#include "ops/RowResampler.h"
 #include "image/CDibImage.h"
+#include "ops/ResampleKernel.h"
+#include "ops/RowResampler.h"
 #include "ops/FilterMath.h"
 #include "ops/RowPasses.h"
 
@@ -15,6 +16,16 @@ TAMRICK_VECTOR_CLONES void AddWeightedRow(const std::uint8_t* __restrict row, st
                                           std::uint32_t* __restrict sums, std::size_t count) {
     for (std::size_t b = 0; b < count; ++b) {
         sums[b] += weight * row[b];
+    }
+}
+
+// Two rows blended with weights adding up to 256, rounded: the column kernel's
+// sum and Finish in one 16-bit step (255 x 256 + 128 fits).
+TAMRICK_VECTOR_CLONES void BlendTwoRows(const std::uint8_t* __restrict first, const std::uint8_t* __restrict second,
+                                        std::uint16_t firstWeight, std::uint16_t secondWeight,
+                                        std::uint8_t* __restrict out, std::size_t count) {
+    for (std::size_t b = 0; b < count; ++b) {
+        out[b] = static_cast<std::uint8_t>((first[b] * firstWeight + second[b] * secondWeight + 128) >> 8);
     }
 }
 
@@ -42,14 +53,23 @@ int RescalePicture(const CDibImage& source, CDibImage& target) {
     // Then columns: target row j (from the top) from the rows its taps name.
     std::uint8_t* dst = target.MutableBits();
     const std::size_t pixelBytes = 3 * static_cast<std::size_t>(targetWidth);
+    const auto storedRow = [&](int y) { return mid + static_cast<std::size_t>(sourceHeight - 1 - y) * targetRowBytes; };
+    if (columns.IsTwoTapsOf256()) {
+        return ForEachStoredRow(targetHeight, 0, [&](int j, std::uint8_t*) {
+            const std::int32_t* weights = columns.Weights(j);
+            const bool pair = columns.Count(j) == 2;
+            BlendTwoRows(storedRow(columns.First(j)), storedRow(columns.First(j) + (pair ? 1 : 0)),
+                         static_cast<std::uint16_t>(weights[0]), static_cast<std::uint16_t>(pair ? weights[1] : 0),
+                         dst + static_cast<std::size_t>(targetHeight - 1 - j) * targetRowBytes, pixelBytes);
+        });
+    }
     return ForEachStoredRow(targetHeight, pixelBytes * sizeof(std::uint32_t), [&](int j, std::uint8_t* work) {
         auto* sums = reinterpret_cast<std::uint32_t*>(work);
         std::memset(sums, 0, pixelBytes * sizeof(std::uint32_t));
         const std::int32_t* weights = columns.Weights(j);
         for (int k = 0; k < columns.Count(j); ++k) {
             const int y = columns.First(j) + k;
-            AddWeightedRow(mid + static_cast<std::size_t>(sourceHeight - 1 - y) * targetRowBytes,
-                           static_cast<std::uint32_t>(weights[k]), sums, pixelBytes);
+            AddWeightedRow(storedRow(y), static_cast<std::uint32_t>(weights[k]), sums, pixelBytes);
         }
         columns.FinishAll(sums, dst + static_cast<std::size_t>(targetHeight - 1 - j) * targetRowBytes,
                           pixelBytes);

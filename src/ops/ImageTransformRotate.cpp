@@ -1,7 +1,8 @@
 // Rotation by an arbitrary angle: the sampling geometry shared by pictures and
-// masks, the nearest-bit mask sampler and the bilinear picture sampler.
+// masks and the nearest-bit mask sampler; pictures go through RotationSampler.
 #include "image/CDibImage.h"
 #include "ops/CImageTransform.h"
+#include "ops/RotationSampler.h"
 #include "ops/RowPasses.h"
 #include "platform/HeapBlock.h"
 
@@ -76,6 +77,11 @@ int CImageTransform::RotateByAngle(float angle, bool fill) {
 // terms up to its first row, so every row sees exactly the sums a single pass
 // would give it.
 int CImageTransform::RotatePicture() {
+    const RotationSampler sampler(*m_source, m_width, m_sourceCenterX, m_sourceCenterY, m_targetCenterX, m_sine,
+                                  m_cosine, m_fillColor);
+    if (!sampler.IsValid()) {
+        return 0;
+    }
     std::uint8_t* bits = m_target->MutableBits();
     const std::uint32_t rowBytes = m_rowBytes;
     const int height = m_height;
@@ -87,7 +93,7 @@ int CImageTransform::RotatePicture() {
             rowCos += m_cosine;
         }
         for (int y = begin; y < end; ++y) {
-            RotatePictureRow(y, rowSin, rowCos, bits + static_cast<std::size_t>(height - 1 - y) * rowBytes);
+            sampler.SampleRow(rowSin, rowCos, bits + static_cast<std::size_t>(height - 1 - y) * rowBytes);
             rowSin += m_sine;
             rowCos += m_cosine;
         }
@@ -110,48 +116,5 @@ void CImageTransform::RotateMaskRow(int, double rowSin, double rowCos, std::uint
         }
         columnSin += m_sine;
         columnCos += m_cosine;
-    }
-}
-
-// Pixels whose nearest source pixel exists are covered (the same rule as the
-// mask sampler, so a turned floating selection's mask and pixels agree); they
-// blend the four source pixels around the sample point with 8-bit weights,
-// clamped at the picture's edges.
-void CImageTransform::RotatePictureRow(int, double rowSin, double rowCos, std::uint8_t* row) const {
-    const int sourceWidth = m_source->Width();
-    const int sourceHeight = m_source->Height();
-    const std::uint8_t* bits = m_source->Bits();
-    const std::uint32_t sourceRowBytes = m_source->RowBytes();
-    const std::uint8_t fill[3] = {static_cast<std::uint8_t>(BlueOf(m_fillColor)),
-                                  static_cast<std::uint8_t>(GreenOf(m_fillColor)),
-                                  static_cast<std::uint8_t>(RedOf(m_fillColor))};
-    double columnSin = -m_targetCenterX * m_sine;
-    double columnCos = -m_targetCenterX * m_cosine;
-    for (int x = 0; x < m_width; ++x, row += 3) {
-        const double sx = m_sourceCenterX + columnCos + rowSin;
-        const double sy = m_sourceCenterY - columnSin + rowCos;
-        columnSin += m_sine;
-        columnCos += m_cosine;
-        const int nx = RoundAway(sx);
-        const int ny = RoundAway(sy);
-        if (nx < 0 || nx >= sourceWidth || ny < 0 || ny >= sourceHeight) {
-            std::memcpy(row, fill, 3);
-            continue;
-        }
-        const double fx = std::clamp(sx, 0.0, sourceWidth - 1.0);
-        const double fy = std::clamp(sy, 0.0, sourceHeight - 1.0);
-        const int x0 = static_cast<int>(fx);
-        const int y0 = static_cast<int>(fy);
-        const int x1 = std::min(x0 + 1, sourceWidth - 1);
-        const int y1 = std::min(y0 + 1, sourceHeight - 1);
-        const int wx = static_cast<int>((fx - x0) * 256.0 + 0.5);
-        const int wy = static_cast<int>((fy - y0) * 256.0 + 0.5);
-        const std::uint8_t* top = bits + static_cast<std::size_t>(sourceHeight - 1 - y0) * sourceRowBytes;
-        const std::uint8_t* bottom = bits + static_cast<std::size_t>(sourceHeight - 1 - y1) * sourceRowBytes;
-        for (int ch = 0; ch < 3; ++ch) {
-            const int upper = top[3 * x0 + ch] * (256 - wx) + top[3 * x1 + ch] * wx;
-            const int lower = bottom[3 * x0 + ch] * (256 - wx) + bottom[3 * x1 + ch] * wx;
-            row[ch] = static_cast<std::uint8_t>((upper * (256 - wy) + lower * wy + 32768) >> 16);
-        }
     }
 }

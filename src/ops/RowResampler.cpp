@@ -2,92 +2,64 @@
 
 #include <algorithm>
 
+#if defined(__GNUC__) && defined(__x86_64__)
+#include "ops/VectorPixels.h"
+#define TAMRICK_RESAMPLE_AVX2 1
+#else
+#define TAMRICK_RESAMPLE_AVX2 0
+#endif
+
 namespace {
-// Sums of bytes times weights stay exact in single precision below this.
-constexpr std::int64_t kExactFloat = std::int64_t{1} << 24;
+constexpr int kLanes = 8;
+
+#if TAMRICK_RESAMPLE_AVX2
+bool HasAvx2() {
+    static const bool has = __builtin_cpu_supports("avx2");
+    return has;
+}
+#endif
 } // namespace
 
-int ResampleKernel::Init(int sourceLength, int targetLength) {
-    m_targetLength = 0;
-    // 255 x the weights' total (at most the source length, or 256) plus the
-    // total must stay exact in single precision.
-    if (sourceLength <= 0 || targetLength <= 0 || 256LL * std::max(sourceLength, 256) >= kExactFloat) {
-        return 0;
+RowResampler::RowResampler(int sourceWidth, int targetWidth) : m_kernel(sourceWidth, targetWidth) {
+    if (m_kernel.IsValid()) {
+        BuildPaddedTaps();
     }
-    const auto weights = static_cast<std::size_t>(sourceLength) + 2 * static_cast<std::size_t>(targetLength);
-    m_taps = platform::HeapBlock::Allocate(static_cast<std::size_t>(targetLength) * sizeof(Tap));
-    m_weights = platform::HeapBlock::Allocate(weights * sizeof(std::int32_t));
-    if (!m_taps || !m_weights) {
-        m_taps.reset();
-        m_weights.reset();
-        return 0;
-    }
-    if (targetLength <= sourceLength) {
-        InitArea(sourceLength, targetLength);
-    } else {
-        InitBilinear(sourceLength, targetLength);
-    }
-    m_sourceLength = sourceLength;
-    m_targetLength = targetLength;
-    return 1;
 }
 
-// Target sample i covers [i x S, (i + 1) x S) in units where source sample k
-// covers [k x T, (k + 1) x T); each source sample weighs its overlap, and the
-// overlaps add up to S.
-void ResampleKernel::InitArea(int sourceLength, int targetLength) {
-    auto* taps = reinterpret_cast<Tap*>(m_taps.data());
-    auto* weights = reinterpret_cast<std::int32_t*>(m_weights.data());
-    const std::int64_t s = sourceLength;
-    const std::int64_t t = targetLength;
-    std::int32_t offset = 0;
-    for (std::int64_t i = 0; i < t; ++i) {
-        const std::int64_t begin = i * s;
-        const std::int64_t end = begin + s;
-        const auto first = static_cast<std::int32_t>(begin / t);
-        const auto last = static_cast<std::int32_t>((end - 1) / t);
-        taps[i] = {first, last - first + 1, offset};
-        for (std::int64_t k = first; k <= last; ++k) {
-            weights[offset++] =
-                static_cast<std::int32_t>(std::min((k + 1) * t, end) - std::max(k * t, begin));
+void RowResampler::BuildPaddedTaps() {
+    const int width = m_kernel.TargetLength();
+    const int sourceWidth = m_kernel.SourceLength();
+    m_widestCount = m_kernel.WidestCount();
+    m_firsts = platform::HeapBlock::Allocate(static_cast<std::size_t>(width) * sizeof(std::int32_t));
+    m_padded = platform::HeapBlock::Allocate(static_cast<std::size_t>(width) * m_widestCount * sizeof(std::int32_t));
+    if (!m_firsts || !m_padded) {
+        m_firsts.reset();
+        return;
+    }
+    auto* firsts = reinterpret_cast<std::int32_t*>(m_firsts.data());
+    auto* padded = reinterpret_cast<std::int32_t*>(m_padded.data());
+    m_vectorEnd = 0;
+    for (int i = 0; i < width; ++i) {
+        firsts[i] = m_kernel.First(i);
+        for (int k = 0; k < m_kernel.Count(i); ++k) {
+            padded[static_cast<std::size_t>(k) * width + i] = m_kernel.Weights(i)[k];
+        }
+        // Padded taps read up to pixel First(i) + widest - 1, as a 4-byte word.
+        if (firsts[i] + m_widestCount <= sourceWidth - 1) {
+            m_vectorEnd = i + 1;
         }
     }
-    m_half = static_cast<std::uint32_t>(sourceLength / 2);
-    m_total = static_cast<float>(sourceLength);
-}
-
-// Target sample i sits at source position (i + 0.5) x S / T - 0.5, kept in
-// 1/256 of a sample and clamped to the line.
-void ResampleKernel::InitBilinear(int sourceLength, int targetLength) {
-    auto* taps = reinterpret_cast<Tap*>(m_taps.data());
-    auto* weights = reinterpret_cast<std::int32_t*>(m_weights.data());
-    const std::int64_t last = static_cast<std::int64_t>(sourceLength - 1) * 256;
-    for (std::int64_t i = 0; i < targetLength; ++i) {
-        const std::int64_t position =
-            std::clamp((2 * i + 1) * sourceLength * 256 / (2 * targetLength) - 128, std::int64_t{0}, last);
-        const auto first = static_cast<std::int32_t>(position >> 8);
-        const auto fraction = static_cast<std::int32_t>(position & 255);
-        const auto offset = static_cast<std::int32_t>(2 * i);
-        taps[i] = {first, first + 1 < sourceLength ? 2 : 1, offset};
-        weights[offset] = 256 - fraction;
-        weights[offset + 1] = fraction;
-    }
-    m_half = 128;
-    m_total = 256.0f;
-}
-
-void ResampleKernel::FinishAll(const std::uint32_t* __restrict sums, std::uint8_t* __restrict out,
-                               std::size_t count) const {
-    const std::uint32_t half = m_half;
-    const float total = m_total;
-    for (std::size_t i = 0; i < count; ++i) {
-        out[i] = static_cast<std::uint8_t>(static_cast<int>(static_cast<float>(sums[i] + half) / total));
-    }
+    m_vectorEnd -= m_vectorEnd % kLanes;
 }
 
 void RowResampler::Resample(const std::uint8_t* source, std::uint8_t* target) const {
+    ResampleFrom(ResampleVectorised(source, target), source, target);
+}
+
+void RowResampler::ResampleFrom(int first, const std::uint8_t* source, std::uint8_t* target) const {
     const int width = m_kernel.TargetLength();
-    for (int i = 0; i < width; ++i, target += 3) {
+    target += 3 * static_cast<std::size_t>(first);
+    for (int i = first; i < width; ++i, target += 3) {
         const std::uint8_t* in = source + 3 * static_cast<std::size_t>(m_kernel.First(i));
         const std::int32_t* weight = m_kernel.Weights(i);
         std::uint32_t blue = 0;
@@ -104,3 +76,55 @@ void RowResampler::Resample(const std::uint8_t* source, std::uint8_t* target) co
         target[2] = m_kernel.Finish(red);
     }
 }
+
+#if TAMRICK_RESAMPLE_AVX2
+namespace {
+// The kernel's Finish on eight sums: the same float quotient, truncated.
+__attribute__((target("avx2"))) inline __m256i FinishEight(__m256i sums, __m256i half, __m256 total) {
+    return _mm256_cvttps_epi32(_mm256_div_ps(_mm256_cvtepi32_ps(_mm256_add_epi32(sums, half)), total));
+}
+} // namespace
+
+// Eight target pixels at a time: each padded tap gathers the eight source
+// pixels as 4-byte words and adds weight x byte to the three channel sums.
+__attribute__((target("avx2"))) int RowResampler::ResampleVectorised(const std::uint8_t* source,
+                                                                     std::uint8_t* target) const {
+    if (!HasAvx2()) {
+        return 0;
+    }
+    const int width = m_kernel.TargetLength();
+    const auto* firsts = reinterpret_cast<const std::int32_t*>(m_firsts.data());
+    const auto* padded = reinterpret_cast<const std::int32_t*>(m_padded.data());
+    const auto* words = reinterpret_cast<const int*>(source);
+    const __m256i byteMask = _mm256_set1_epi32(0xFF);
+    const __m256i three = _mm256_set1_epi32(3);
+    const __m256i half = _mm256_set1_epi32(static_cast<int>(m_kernel.Half()));
+    const __m256 total = _mm256_set1_ps(m_kernel.Total());
+    int i = 0;
+    for (; i < m_vectorEnd; i += kLanes) {
+        __m256i offset = _mm256_mullo_epi32(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(firsts + i)), three);
+        __m256i blue = _mm256_setzero_si256();
+        __m256i green = _mm256_setzero_si256();
+        __m256i red = _mm256_setzero_si256();
+        const std::int32_t* weights = padded + i;
+        for (int k = 0; k < m_widestCount; ++k, weights += width) {
+            const __m256i pixel = _mm256_i32gather_epi32(words, offset, 1);
+            const __m256i weight = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(weights));
+            blue = _mm256_add_epi32(blue, _mm256_mullo_epi32(_mm256_and_si256(pixel, byteMask), weight));
+            green = _mm256_add_epi32(
+                green, _mm256_mullo_epi32(_mm256_and_si256(_mm256_srli_epi32(pixel, 8), byteMask), weight));
+            red = _mm256_add_epi32(red,
+                                   _mm256_mullo_epi32(_mm256_and_si256(_mm256_srli_epi32(pixel, 16), byteMask), weight));
+            offset = _mm256_add_epi32(offset, three);
+        }
+        const __m256i pixels = ops::JoinChannels(FinishEight(blue, half, total), FinishEight(green, half, total),
+                                                 FinishEight(red, half, total));
+        ops::StoreEightPixels(pixels, target + 3 * static_cast<std::size_t>(i));
+    }
+    return i;
+}
+#else
+int RowResampler::ResampleVectorised(const std::uint8_t*, std::uint8_t*) const {
+    return 0;
+}
+#endif

@@ -6,6 +6,7 @@
 #include "image/CDibImage.h"
 #include "image/FloatingBlend.h"
 #include "platform/Settings.h"
+#include "view/DisplayKernels.h"
 
 #include <QImage>
 #include <QPainter>
@@ -126,6 +127,9 @@ void CDisplayRenderer::Release() {
     m_imageRow.reset();
     m_sums.reset();
     m_scaledRow.reset();
+    m_scaledRgb.reset();
+    m_rowBytes.reset();
+    m_thresholds.reset();
     m_band.reset();
     m_imageRowCapacity = 0;
     m_screenRowCapacity = 0;
@@ -148,8 +152,11 @@ bool CDisplayRenderer::EnsureBuffers(int imagePixels, int screenPixels) {
     m_imageRow = platform::HeapBlock::Allocate(static_cast<std::size_t>(imagePixels) * 3);
     m_sums = platform::HeapBlock::Allocate(static_cast<std::size_t>(imagePixels) * 3 * sizeof(std::uint16_t));
     m_scaledRow = platform::HeapBlock::Allocate(StrideOf(screenPixels));
-    m_band = platform::HeapBlock::Allocate(static_cast<std::size_t>(StrideOf(screenPixels)) * kBandRows);
-    if (!m_imageRow || !m_sums || !m_scaledRow || !m_band) {
+    m_scaledRgb = platform::HeapBlock::Allocate(static_cast<std::size_t>(screenPixels) * 8);
+    m_rowBytes = platform::HeapBlock::Allocate(StrideOf(screenPixels));
+    m_thresholds = platform::HeapBlock::Allocate(static_cast<std::size_t>(StrideOf(screenPixels)) * 4);
+    m_band = platform::HeapBlock::Allocate(static_cast<std::size_t>(screenPixels) * 4 * kBandRows);
+    if (!m_imageRow || !m_sums || !m_scaledRow || !m_scaledRgb || !m_rowBytes || !m_thresholds || !m_band) {
         m_imageRowCapacity = m_screenRowCapacity = 0;
         return false;
     }
@@ -168,6 +175,19 @@ void CDisplayRenderer::FetchImageRow(int y, int x0, int x1, std::uint8_t* dst) {
     m_floatMask->GetRow(y - m_floatY, m_floatRowMask.data());
     BlendFloatingRow(dst, x0, x1, m_floatRowPixels.data(), m_floatRowMask.data(), m_floatX,
                      m_floatImage->Width());
+}
+
+// Columns x0..x1 of picture row y as the screen shows them: the picture's own
+// bytes where no floating selection lies over the row, else a blended copy.
+const std::uint8_t* CDisplayRenderer::ImageRowSpan(int y, int x0, int x1) {
+    const bool inside = y >= 0 && y < m_image->Height() && x0 >= 0 && x1 < m_image->Width();
+    const bool floating = m_floatImage != nullptr && y >= m_floatBounds.top && y <= m_floatBounds.bottom &&
+                          x1 >= m_floatBounds.left && x0 <= m_floatBounds.right;
+    if (inside && !floating) {
+        return m_image->RowData(y) + 3 * static_cast<std::size_t>(x0);
+    }
+    FetchImageRow(y, x0, x1, m_imageRow.data());
+    return m_imageRow.data();
 }
 
 void CDisplayRenderer::ApplyLookup(std::uint8_t* row, int pixels) const {
@@ -208,34 +228,15 @@ void CDisplayRenderer::MarkGridColumns(std::uint8_t* row, int screenPixels) cons
 void CDisplayRenderer::ReduceRows(const ImageRect& area, int firstRow, std::uint8_t* dst) {
     const int k = -m_zoom;
     const int pixels = area.right - area.left + 1;
-    const int bytes = pixels * 3;
+    const auto bytes = static_cast<std::size_t>(pixels) * 3;
     auto* sums = reinterpret_cast<std::uint16_t*>(m_sums.data());
     std::fill(sums, sums + bytes, std::uint16_t{0});
     const int lastRow = std::min(firstRow + k - 1, area.bottom);
-    std::uint8_t* row = m_imageRow.data();
     for (int y = firstRow; y <= lastRow; ++y) {
-        FetchImageRow(y, area.left, area.right, row);
-        for (int i = 0; i < bytes; ++i) {
-            sums[i] = static_cast<std::uint16_t>(sums[i] + row[i]);
-        }
+        display::AddRow(ImageRowSpan(y, area.left, area.right), sums, bytes);
     }
-    const int rowsSummed = lastRow - firstRow + 1;
-    for (int i = 0; i < bytes; ++i) {
-        sums[i] = static_cast<std::uint16_t>(sums[i] / rowsSummed);
-    }
-    for (int start = 0; start < pixels; start += k) {
-        const int count = std::min(k, pixels - start);
-        unsigned b = 0, g = 0, r = 0;
-        for (int n = 0; n < count; ++n) {
-            const std::uint16_t* p = sums + 3 * (start + n);
-            b += p[0];
-            g += p[1];
-            r += p[2];
-        }
-        *dst++ = m_lutBlue[b / count];
-        *dst++ = m_lutGreen[g / count];
-        *dst++ = m_lutRed[r / count];
-    }
+    display::DivideSums(sums, bytes, lastRow - firstRow + 1);
+    display::ReduceColumns(sums, pixels, k, m_lutBlue, m_lutGreen, m_lutRed, dst);
 }
 
 void CDisplayRenderer::BuildScreenRow(const ImageRect& area, int screenRow, std::uint8_t* dst,
@@ -254,11 +255,7 @@ void CDisplayRenderer::BuildScreenRow(const ImageRect& area, int screenRow, std:
                 ApplyLookup(m_scaledRow.data(), pixels);
             }
         } else {
-            FetchImageRow(imageRow, area.left, area.right, m_imageRow.data());
-            MagnifyRow(m_imageRow.data(), pixels, m_scaledRow.data());
-            if (GridShown()) {
-                MarkGridColumns(m_scaledRow.data(), screenPixels);
-            }
+            BuildMagnifiedRow(area, imageRow);
         }
         cachedRow = imageRow;
     }
@@ -274,14 +271,61 @@ void CDisplayRenderer::BuildScreenRow(const ImageRect& area, int screenRow, std:
     }
 }
 
-void CDisplayRenderer::Quantise(std::uint8_t* row, int pixels, int screenX, int screenY) const {
-    const bool fine = m_displayMode == k65536Colors;
-    for (int i = 0; i < pixels; ++i) {
-        for (int c = 0; c < 3; ++c, ++row) {
-            *row =
-                fine ? Quantise65536(*row, screenX + i, screenY) : Quantise4096(*row, screenX + i, screenY);
+void CDisplayRenderer::BuildMagnifiedRow(const ImageRect& area, int imageRow) {
+    MagnifyRow(ImageRowSpan(imageRow, area.left, area.right), area.right - area.left + 1, m_scaledRow.data());
+    if (GridShown()) {
+        MarkGridColumns(m_scaledRow.data(), ScreenWidthOf(area));
+    }
+}
+
+// Magnified rows without dithering: the screen rows of one picture row are
+// the same 32-bit row (the grid's top row aside), converted once.
+void CDisplayRenderer::CopyMagnifiedRow(const ImageRect& area, int screenRow, std::uint32_t* out,
+                                        int& cachedRow) {
+    const int imageRow = area.top + screenRow / m_zoom;
+    const auto width = static_cast<std::size_t>(ScreenWidthOf(area));
+    auto* converted = reinterpret_cast<std::uint32_t*>(m_scaledRgb.data());
+    // The top row of each image pixel is marked whole, so the row's own
+    // column marks come out marked once: it is the converted row XORed with
+    // this pattern, made at the render's first row.
+    std::uint32_t* topRowMarks = converted + width;
+    if (cachedRow == -1 && GridShown()) {
+        constexpr std::uint32_t kGridMark = 0x808080;
+        for (std::size_t x = 0; x < width; ++x) {
+            topRowMarks[x] = x % static_cast<std::size_t>(m_zoom) == 0 ? 0 : kGridMark;
         }
     }
+    if (imageRow != cachedRow) {
+        BuildMagnifiedRow(area, imageRow);
+        display::ToRgb32(m_scaledRow.data(), converted, width);
+        cachedRow = imageRow;
+    }
+    if (!GridShown() || screenRow % m_zoom != 0) {
+        std::memcpy(out, converted, width * 4);
+        return;
+    }
+    display::XorPixels(converted, topRowMarks, out, width);
+}
+
+// Threshold rows of the four dither rows for a render whose first screen
+// column is screenX: byte i of a row is the matrix entry of its pixel.
+void CDisplayRenderer::BuildThresholds(int width, int screenX) {
+    const bool fine = m_displayMode == k65536Colors;
+    const auto bytes = static_cast<std::size_t>(width) * 3;
+    for (int y = 0; y < 4; ++y) {
+        std::uint8_t* row = m_thresholds.data() + y * bytes;
+        for (int i = 0; i < width; ++i) {
+            const int x = (screenX + i) & 3;
+            const std::uint8_t t = fine ? kMatrix65536[y][x] : kMatrix4096[y][x];
+            row[3 * i] = row[3 * i + 1] = row[3 * i + 2] = t;
+        }
+    }
+}
+
+void CDisplayRenderer::Quantise(std::uint8_t* row, int pixels, int screenY) const {
+    const auto bytes = static_cast<std::size_t>(pixels) * 3;
+    display::QuantiseBytes(row, m_thresholds.data() + (screenY & 3) * bytes, bytes,
+                           m_displayMode == k65536Colors ? 0xF8 : 0xF0);
 }
 
 template <typename Sink>
@@ -295,19 +339,32 @@ int CDisplayRenderer::RenderBands(const ImageRect& area, int ditherX, int dither
     if (!EnsureBuffers(area.right - area.left + 1, width)) {
         return 0;
     }
-    const std::uint32_t stride = StrideOf(width);
     const bool quantise = OutputDepth() == 16;
+    if (quantise) {
+        BuildThresholds(width, ditherX);
+    }
+    // Rows are built as blue, green, red bytes and handed over as 32-bit
+    // pixels, which every backing store takes without converting them.
+    const auto stride = static_cast<std::size_t>(width) * 4;
+    const bool reuseRows = m_zoom >= 2 && !quantise;
     int cachedRow = -1;
     for (int bandTop = 0; bandTop < height; bandTop += kBandRows) {
         const int rows = std::min(kBandRows, height - bandTop);
         for (int r = 0; r < rows; ++r) {
-            std::uint8_t* row = m_band.data() + static_cast<std::size_t>(r) * stride;
+            if (reuseRows) {
+                CopyMagnifiedRow(area, bandTop + r, reinterpret_cast<std::uint32_t*>(m_band.data() + r * stride),
+                                 cachedRow);
+                continue;
+            }
+            std::uint8_t* row = m_rowBytes.data();
             BuildScreenRow(area, bandTop + r, row, cachedRow);
             if (quantise) {
-                Quantise(row, width, ditherX, ditherY + bandTop + r);
+                Quantise(row, width, ditherY + bandTop + r);
             }
+            display::ToRgb32(row, reinterpret_cast<std::uint32_t*>(m_band.data() + r * stride),
+                             static_cast<std::size_t>(width));
         }
-        const QImage band(m_band.data(), width, rows, static_cast<qsizetype>(stride), QImage::Format_BGR888);
+        const QImage band(m_band.data(), width, rows, static_cast<qsizetype>(stride), QImage::Format_RGB32);
         sink(band, bandTop);
     }
     return 1;

@@ -76,13 +76,17 @@ private:
     void BuildLookupTables();
     bool IdentityGamma() const { return m_gammaRed == 10 && m_gammaGreen == 10 && m_gammaBlue == 10; }
     void FetchImageRow(int y, int x0, int x1, std::uint8_t* dst);
+    const std::uint8_t* ImageRowSpan(int y, int x0, int x1);
+    void BuildMagnifiedRow(const ImageRect& area, int imageRow);
+    void CopyMagnifiedRow(const ImageRect& area, int screenRow, std::uint32_t* out, int& cachedRow);
     void BuildScreenRow(const ImageRect& area, int screenRow, std::uint8_t* dst, int& cachedRow);
     void MagnifyRow(const std::uint8_t* src, int pixels, std::uint8_t* dst) const;
     void ReduceRows(const ImageRect& area, int firstRow, std::uint8_t* dst);
     void ApplyLookup(std::uint8_t* row, int pixels) const;
     bool GridShown() const { return m_pixelGrid && m_zoom >= kGridZoom; }
     void MarkGridColumns(std::uint8_t* row, int screenPixels) const;
-    void Quantise(std::uint8_t* row, int pixels, int screenX, int screenY) const;
+    void BuildThresholds(int width, int screenX);
+    void Quantise(std::uint8_t* row, int pixels, int screenY) const;
     bool EnsureBuffers(int imagePixels, int screenPixels);
     template <typename Sink> int RenderBands(const ImageRect& area, int ditherX, int ditherY, Sink&& sink);
 
@@ -109,7 +113,10 @@ private:
     platform::HeapBlock m_imageRow;  // one picture row of the area
     platform::HeapBlock m_sums;      // 16-bit accumulators for reductions
     platform::HeapBlock m_scaledRow; // the last image row scaled to the screen
-    platform::HeapBlock m_band;      // kBandRows screen rows
+    platform::HeapBlock m_scaledRgb; // the same as 32-bit pixels, then the grid's top-row pattern
+    platform::HeapBlock m_rowBytes;  // the screen row being built
+    platform::HeapBlock m_thresholds; // dither thresholds of four screen rows
+    platform::HeapBlock m_band;      // kBandRows screen rows of 32-bit pixels
     int m_imageRowCapacity = 0;
     int m_screenRowCapacity = 0;
 };
