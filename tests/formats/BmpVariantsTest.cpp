@@ -309,6 +309,70 @@ TEST(BmpVariants, RunLengthCodesWithRunsThatOverflowAreClipped) {
     EXPECT_EQ(result, kFileFailed);
 }
 
+// Long RLE8 rows of every code in random order: short and long runs, absolute
+// runs of odd and even length, moves right, runs past the row's end and rows
+// ended early; pixels no code reaches stay index 0 (table entry 0, black).
+TEST(BmpVariants, LongRunLengthRowsKeepUnreachedPixelsAtIndexZero) {
+    constexpr int kWidth = 300;
+    constexpr int kHeight = 6;
+    std::vector<std::uint8_t> table;
+    for (int i = 0; i < 256; ++i) { // entry 0 black
+        table.insert(table.end(), {static_cast<std::uint8_t>(i), static_cast<std::uint8_t>(i == 0 ? 0 : i ^ 0x55),
+                                   static_cast<std::uint8_t>(i == 0 ? 0 : 7), 0});
+    }
+    std::vector<std::uint8_t> codes;
+    std::vector<std::vector<int>> indices(kHeight, std::vector<int>(kWidth, 0)); // stored order
+    std::uint32_t seed = 7;
+    const auto next = [&seed](int below) {
+        seed = seed * 1664525u + 1013904223u;
+        return static_cast<int>((seed >> 8) % static_cast<std::uint32_t>(below));
+    };
+    for (int y = 0; y < kHeight; ++y) {
+        const int stop = y == 2 ? 120 : kWidth + 40; // row 2 ends early
+        for (int x = 0; x < stop;) {
+            const int kind = next(10);
+            if (kind < 6) { // a run, mostly short
+                const int count = kind < 4 ? 1 + next(3) : 9 + next(60);
+                const int value = 1 + next(255);
+                codes.insert(codes.end(), {static_cast<std::uint8_t>(count), static_cast<std::uint8_t>(value)});
+                for (int i = x; i < x + count && i < kWidth; ++i) {
+                    indices[static_cast<std::size_t>(y)][static_cast<std::size_t>(i)] = value;
+                }
+                x += count;
+            } else if (kind < 9) { // absolute
+                const int count = 3 + next(10);
+                codes.insert(codes.end(), {0, static_cast<std::uint8_t>(count)});
+                for (int i = 0; i < count; ++i) {
+                    const int value = 1 + next(255);
+                    codes.push_back(static_cast<std::uint8_t>(value));
+                    if (x + i < kWidth) {
+                        indices[static_cast<std::size_t>(y)][static_cast<std::size_t>(x + i)] = value;
+                    }
+                }
+                codes.resize(codes.size() + (count & 1), 0);
+                x += count;
+            } else { // move right, leaving pixels unreached
+                const int dx = 1 + next(12);
+                codes.insert(codes.end(), {0, 2, static_cast<std::uint8_t>(dx), 0});
+                x += dx;
+            }
+        }
+        codes.insert(codes.end(), {0, 0});
+    }
+    codes.insert(codes.end(), {0, 1});
+    BmpSpec spec{.width = kWidth, .height = kHeight, .bits = 8, .compression = 1, .colorsUsed = 256,
+                 .table = table, .pixels = codes};
+    auto picture = LoadSpec(spec);
+    ASSERT_TRUE(picture);
+    for (int y = 0; y < kHeight; ++y) {
+        std::vector<ColorWord> expected;
+        for (int index : indices[static_cast<std::size_t>(kHeight - 1 - y)]) {
+            expected.push_back(index == 0 ? 0 : MakeColorWord(7, index ^ 0x55, index));
+        }
+        EXPECT_EQ(Row(*picture, y), expected) << "row " << y;
+    }
+}
+
 TEST(BmpVariants, FilesThisReaderCannotDecodeFailCleanly) {
     const std::vector<std::uint8_t> row(12, 0x40);
     const std::vector<std::pair<const char*, BmpSpec>> cases = {
