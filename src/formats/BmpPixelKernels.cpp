@@ -18,7 +18,9 @@ template <typename Pixel>
 template <typename Pixel>
 [[gnu::always_inline]] inline void Raw(const std::uint8_t* __restrict stored, std::uint8_t* __restrict plane,
                                        int width, FieldRule rule) {
-    const int shift = rule.shift;
+    // Masked to the pixel's width (the shift always is), so that the
+    // compiler keeps 16-bit pixels in 16-bit lanes.
+    const int shift = rule.shift & (8 * static_cast<int>(sizeof(Pixel)) - 1);
     const auto mask = static_cast<Pixel>(rule.mask);
     for (int x = 0; x < width; ++x) {
         const Pixel pixel = LoadPixel<Pixel>(stored + sizeof(Pixel) * x);
