@@ -5,6 +5,10 @@
 #include <algorithm>
 #include <cstring>
 
+namespace {
+constexpr int kStoreBytes = 8;
+} // namespace
+
 bool BmpRleDecoder::Start(BufferedInput& input, int width, int height, bool fourBits) {
     m_input = &input;
     m_width = width;
@@ -13,7 +17,8 @@ bool BmpRleDecoder::Start(BufferedInput& input, int width, int height, bool four
     m_nextX = 0;
     m_fourBits = fourBits;
     m_ended = false;
-    m_row = platform::HeapBlock::Allocate(static_cast<std::size_t>(width));
+    // Room for a whole 8-byte store at the row's end (see DecodeBufferedRuns).
+    m_row = platform::HeapBlock::Allocate(static_cast<std::size_t>(width) + kStoreBytes);
     return static_cast<bool>(m_row);
 }
 
@@ -40,6 +45,9 @@ bool BmpRleDecoder::NextRow(std::uint8_t* indices) {
 // delta that moves up.
 bool BmpRleDecoder::DecodeUntilRowEnds() {
     for (;;) {
+        if (!m_fourBits) {
+            DecodeBufferedRuns();
+        }
         const int count = m_input->Byte();
         const int value = m_input->Byte();
         if (count < 0 || value < 0) {
@@ -65,6 +73,9 @@ bool BmpRleDecoder::DecodeUntilRowEnds() {
             return true;
         }
         if (value >= 3) {
+            if (!m_fourBits && CopyBufferedAbsolute(value)) {
+                continue;
+            }
             if (!Absolute(value)) {
                 return false;
             }
@@ -99,4 +110,49 @@ bool BmpRleDecoder::Absolute(int count) {
         Put(m_fourBits ? (i % 2 == 0 ? value >> 4 : value & 0x0F) : value);
     }
     return bytes % 2 == 0 || m_input->Byte() >= 0;
+}
+
+// RLE8 encoded runs straight from the input's buffer, until an escape code or
+// the buffer's end (both left to the caller). Short runs, the common case in
+// noisy pictures, are one 8-byte store each: the row has room for it, the
+// bytes beyond one run are overwritten by the next, and those beyond the last
+// are cleared again (no code has reached them yet, so they hold index 0).
+void BmpRleDecoder::DecodeBufferedRuns() {
+    std::size_t available = 0;
+    const std::uint8_t* const start = m_input->Buffered(available);
+    const std::uint8_t* code = start;
+    const std::uint8_t* const last = start + (available & ~std::size_t{1});
+    std::uint8_t* const row = m_row.data();
+    const int width = m_width;
+    int x = m_x;
+    while (code != last && code[0] != 0) {
+        // Far from the row's end no run needs clipping.
+        const int count = x + 255 <= width ? code[0] : std::min<int>(code[0], width - x);
+        const std::uint64_t spread = code[1] * 0x0101010101010101ull;
+        std::memcpy(row + x, &spread, kStoreBytes);
+        if (count > kStoreBytes) {
+            std::memset(row + x, code[1], static_cast<std::size_t>(count));
+        }
+        x += count;
+        code += 2;
+    }
+    std::memset(row + x, 0, kStoreBytes);
+    m_x = x;
+    m_input->Advance(static_cast<std::size_t>(code - start));
+}
+
+// An RLE8 absolute run that lies wholly in the input's buffer, copied at once
+// (with its padding to a 16-bit boundary); false leaves it to Absolute.
+bool BmpRleDecoder::CopyBufferedAbsolute(int count) {
+    std::size_t available = 0;
+    const std::uint8_t* bytes = m_input->Buffered(available);
+    const auto padded = static_cast<std::size_t>(count + (count & 1));
+    if (available < padded) {
+        return false;
+    }
+    const int inRow = std::min(count, m_width - m_x);
+    std::memcpy(m_row.data() + m_x, bytes, static_cast<std::size_t>(inRow));
+    m_x += inRow;
+    m_input->Advance(padded);
+    return true;
 }

@@ -21,6 +21,8 @@ public:
 
 private:
     bool DecodeUntilRowEnds();
+    void DecodeBufferedRuns();
+    bool CopyBufferedAbsolute(int count);
     bool Absolute(int count);
     void Put(int index) {
         if (m_x < m_width) {

@@ -1,10 +1,11 @@
 #pragma once
 
 #include "formats/BmpHeader.h"
+#include "formats/BmpPixelKernels.h"
+#include "platform/HeapBlock.h"
 
 #include <array>
 #include <cstdint>
-#include <vector>
 
 // Turns the stored pixels of one BMP row into 3 bytes per pixel (blue, green,
 // red): colour-table indices of 1, 2, 4 and 8 bits (most significant first;
@@ -12,36 +13,43 @@
 // 32-bit pixels through their bit-field masks, each channel scaled from its
 // own width to 8 bits with rounding. Pixels with an alpha mask are laid over
 // white, as every other format's transparency is.
+//
+// Rows are decoded a channel plane at a time (`bmp_kernels`): indices are
+// looked up in the table's blue, green and red columns; a bit field is
+// extracted (channels wider than 8 bits scaled by arithmetic, narrower ones
+// through a 256-entry table) and laid over white; then the planes are
+// interleaved.
 class BmpRowDecoder {
 public:
     // `table` holds format.tableEntries entries of format.entryBytes bytes.
-    void Prepare(const BmpFormat& format, const std::uint8_t* table);
+    // False when the work rows cannot be had.
+    bool Prepare(const BmpFormat& format, const std::uint8_t* table);
     // A stored row (format.bitCount bits per pixel) into `dst`.
-    void ExpandRow(const std::uint8_t* stored, std::uint8_t* dst) const;
+    void ExpandRow(const std::uint8_t* stored, std::uint8_t* dst);
     // One colour-table index per byte (what the RLE decoder produces).
-    void ExpandIndices(const std::uint8_t* indices, std::uint8_t* dst) const;
+    void ExpandIndices(const std::uint8_t* indices, std::uint8_t* dst);
 
 private:
-    struct Channel {
-        int shift = 0;
-        int dropBits = 0;              // low bits dropped from channels wider than 12 bits
-        std::vector<std::uint8_t> to8; // channel value -> 0..255
+    using Column = std::array<std::uint8_t, 256>;
+    enum Plane { kBlue, kGreen, kRed, kAlpha, kIndices, kPlanes };
+    struct Field {
+        bmp_kernels::FieldRule rule;
+        bool scaled = false;   // wider than 8 bits: scaled by the kernel
+        bool lookedUp = false; // narrower than 8 bits (or absent): through `column`
     };
-    void PrepareChannel(std::uint32_t mask, Channel& channel) const;
-    void ExpandPalette(const std::uint8_t* stored, std::uint8_t* dst) const;
-    void ExpandFields(const std::uint8_t* stored, std::uint8_t* dst) const;
-    void ExpandFieldPixel(const std::uint8_t* stored, std::uint8_t* dst) const;
-    void ExpandSixteen(const std::uint8_t* stored, std::uint8_t* dst) const;
-    void PrepareSixteen();
-    std::uint8_t Scale(const Channel& channel, std::uint32_t pixel) const {
-        return channel.to8[(pixel >> channel.shift >> channel.dropBits) & (channel.to8.size() - 1)];
+    // How `mask` becomes a byte.
+    static Field PrepareField(std::uint32_t mask, Column& column);
+    void ExpandFields(const std::uint8_t* stored, std::uint8_t* dst);
+    void FieldPlane(const std::uint8_t* stored, const Field& field, const Column& column, Plane plane);
+    void UnpackIndices(const std::uint8_t* stored, std::uint8_t* indices) const;
+    std::uint8_t* PlaneData(Plane plane) const {
+        return m_planes.data() + static_cast<std::size_t>(plane) * static_cast<std::size_t>(m_width);
     }
 
     int m_width = 0;
     int m_bitCount = 0;
-    bool m_plainBgrx = false; // 32 bits, 8-bit channels at bytes 0..2, no alpha
     bool m_hasAlpha = false;
-    std::array<std::uint8_t, 256 * 3> m_table{};
-    Channel m_channels[4];
-    std::vector<std::uint8_t> m_sixteen; // 16-bit pixel -> blue, green, red (alpha applied)
+    std::array<Column, 4> m_columns{}; // blue, green, red, alpha: the table's columns or channel scales
+    std::array<Field, 4> m_fields{};
+    platform::HeapBlock m_planes; // kPlanes rows of m_width bytes
 };

@@ -25,6 +25,17 @@ public:
         }
         return m_buffer.data()[m_next++];
     }
+    // The bytes buffered but not read yet (refilling the buffer first when it
+    // is used up; `count` 0 at the end of the file), for decoders that walk
+    // them in place; Advance(n) then consumes n of them.
+    const std::uint8_t* Buffered(std::size_t& count) {
+        if (m_next == m_end) {
+            Refill();
+        }
+        count = m_end - m_next;
+        return m_buffer.data() + m_next;
+    }
+    void Advance(std::size_t count) { m_next += count; }
     // Moves forward to `offset` from the start of the file; false when that
     // is behind the current position or beyond the end.
     bool SkipTo(std::uint64_t offset);

@@ -26,7 +26,10 @@ bool CBmpReader::PrepareRows() {
         !m_input.SkipTo(m_format.pixelsAt)) {
         return false;
     }
-    m_decoder.Prepare(m_format, table.data());
+    if (!m_decoder.Prepare(m_format, table.data())) {
+        m_outOfMemory = true;
+        return false;
+    }
     const auto width = static_cast<std::uint64_t>(m_format.width);
     const auto height = static_cast<std::uint64_t>(m_format.height);
     if (IsRunLength()) {

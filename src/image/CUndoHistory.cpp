@@ -1,6 +1,7 @@
 #include "image/CUndoHistory.h"
 
 #include "image/CBriselDoc.h"
+#include "image/RegionPixels.h"
 #include "platform/MessagePresenter.h"
 #include "platform/StringTable.h"
 
@@ -32,13 +33,13 @@ void CUndoHistory::Settle(CBriselDoc& doc) {
     }
     if (!m_steps.empty()) {
         Step& newest = m_steps.back();
-        if ((m_pendingCompact || m_regionOpen) && m_cursor == StepCount()) {
+        if ((m_pendingCompact || m_openRegion != nullptr) && m_cursor == StepCount()) {
             newest.record->Compact(doc);
         }
         newest.bytes = newest.record->Bytes();
     }
     m_pendingCompact = false;
-    m_regionOpen = false;
+    m_openRegion = nullptr;
     EnforceLimits();
 }
 
@@ -110,22 +111,31 @@ int CUndoHistory::RecordRegionWithWarning(CBriselDoc& doc) {
         platform::ShowMessage(platform::IDS_UNDO_OUT_OF_MEMORY, platform::MB_ICONSTOP);
         return 0;
     }
-    const bool region = record->SavedPixelStore() != nullptr;
+    RegionPixels* region = record->OpenRegion();
     Push(std::move(record));
-    m_regionOpen = region;
-    m_pendingCompact = !region;
+    m_openRegion = region;
+    m_openDoc = &doc;
+    m_pendingCompact = region == nullptr;
     return 1;
 }
 
 bool CUndoHistory::SaveRegion(CBriselDoc& doc, int left, int top, int right, int bottom) {
-    if (!m_regionOpen || m_steps.empty() || m_cursor != StepCount()) {
+    // A stroke asks mostly for places it has saved already: answered here,
+    // without the step's checks, when the target is the one saved from.
+    if (m_openRegion == nullptr) {
+        return false;
+    }
+    if (&doc == m_openDoc && m_openRegion->Covers(doc.GetImage(), left, top, right, bottom)) {
+        return true;
+    }
+    if (m_steps.empty() || m_cursor != StepCount()) {
         return false;
     }
     const int saved = m_steps.back().record->SaveRegion(doc, left, top, right, bottom);
     if (saved > 0) {
         return true;
     }
-    m_regionOpen = false;
+    m_openRegion = nullptr;
     if (saved < 0) {
         Empty();
         platform::ShowMessage(platform::IDS_UNDO_OUT_OF_MEMORY, platform::MB_ICONSTOP);
@@ -199,7 +209,7 @@ void CUndoHistory::Empty() {
     m_baseState = m_nextSerial++;
     m_cleanStates.clear();
     m_pendingCompact = false;
-    m_regionOpen = false;
+    m_openRegion = nullptr;
 }
 
 void CUndoHistory::EnforceLimits() {

@@ -10,6 +10,7 @@
 #include <vector>
 
 class CBriselDoc;
+class RegionPixels;
 
 // The undo history: a list of steps (`CUndoRecord`) and a cursor between the
 // steps that are done and those that were undone. Commands call it as they
@@ -108,5 +109,8 @@ private:
     std::vector<std::uint64_t> m_cleanStates;
     std::uint64_t m_seenCleanMarks = 0;
     bool m_pendingCompact = false; // the newest step may still be reduced
-    bool m_regionOpen = false;     // the newest step is a painting still saving
+    // The saved pixels of the newest step while it is a painting still
+    // saving (null otherwise), and the document it paints.
+    RegionPixels* m_openRegion = nullptr;
+    const CBriselDoc* m_openDoc = nullptr;
 };

@@ -301,7 +301,7 @@ int CUndoRecord::RecordRegion(CBriselDoc& doc) {
 }
 
 int CUndoRecord::SaveRegion(CBriselDoc& doc, int left, int top, int right, int bottom) {
-    auto* region = dynamic_cast<RegionPixels*>(m_pPixels.get());
+    RegionPixels* region = OpenRegion();
     const CDibImage* target = doc.GetImage();
     if (region == nullptr || m_nKind != 1 || m_nState != kCanUndo || m_pDoc != &doc || target == nullptr ||
         !region->Matches(*target)) {
@@ -311,7 +311,7 @@ int CUndoRecord::SaveRegion(CBriselDoc& doc, int left, int top, int right, int b
 }
 
 void CUndoRecord::Compact(CBriselDoc& doc) {
-    if (auto* region = dynamic_cast<RegionPixels*>(m_pPixels.get())) {
+    if (RegionPixels* region = OpenRegion()) {
         region->Finish();
         return;
     }

@@ -7,6 +7,7 @@
 #include <memory>
 
 class CBriselDoc;
+class RegionPixels;
 
 // One undo step. `Record` saves what a kind of step needs before a command
 // changes anything; `RecordObjects` takes over images a command has already
@@ -75,6 +76,8 @@ public:
     const CDibImage* SavedMask() const { return m_pMask.get(); }
     const CDibImage* SavedFloatImage() const { return m_pFloatImage.get(); }
     const SavedPixels* SavedPixelStore() const { return m_pPixels.get(); }
+    // The saved pixels of a region step (`RecordRegion`), or null.
+    RegionPixels* OpenRegion() const { return m_pPixels ? m_pPixels->AsRegion() : nullptr; }
 
 private:
     bool SwapWhen(bool enabled, CBriselDoc& doc);

@@ -11,18 +11,17 @@ namespace {
 constexpr std::size_t kFirstBlockBytes = 64 * 1024;
 constexpr std::size_t kLargestBlockBytes = 1024 * 1024;
 constexpr int kFirstWindow = 32; // pixels
-// Pixels saved beyond a growing end of a row's interval, so that a stroke
-// creeping sideways does not come back to the row at every dab. Unsaved
-// pixels are still original, so saving a few more is always right.
-constexpr int kSaveAhead = 16;
+// Pixels saved beyond the ends of a row's interval, so that a stroke creeping
+// sideways does not come back to the row at every dab: a few on both sides of
+// a new interval (the stroke's direction is not known yet), more beyond an
+// end that grows. Unsaved pixels are still original, so saving a few more is
+// always right.
+constexpr int kNewRowAhead = 8;
+constexpr int kGrowthAhead = 48;
 } // namespace
 
 RegionPixels::RegionPixels(int width, int height, int bytesPerPixel)
     : m_width(width), m_height(height), m_bytesPerPixel(bytesPerPixel) {}
-
-bool RegionPixels::Matches(const CDibImage& image) const {
-    return image.Width() == m_width && image.Height() == m_height && image.BitsPerPixel() == m_bytesPerPixel * 8;
-}
 
 bool RegionPixels::Save(const CDibImage& image, int left, int top, int right, int bottom) {
     if (m_finished) {
@@ -35,16 +34,29 @@ bool RegionPixels::Save(const CDibImage& image, int left, int top, int right, in
     if (left > right || top > bottom) {
         return true;
     }
+    if (Covers(&image, left, top, right, bottom)) {
+        return true;
+    }
     CoverRows(top, bottom);
+    // What every row of the request holds afterwards becomes the covered
+    // rectangle: a stroke's next requests mostly fall inside it.
+    int commonLeft = 0;
+    int commonRight = m_width;
     for (int y = top; y <= bottom; ++y) {
         Row& row = m_rows[static_cast<std::size_t>(y - m_top)];
-        if (row.left < row.right && row.left <= left && right < row.right) {
-            continue;
-        }
-        if (!SaveRow(image, row, y, left, right + 1)) {
+        if (!(row.left < row.right && row.left <= left && right < row.right) &&
+            !SaveRow(image, row, y, left, right + 1)) {
+            m_coveredImage = nullptr;
             return false;
         }
+        commonLeft = std::max(commonLeft, row.left);
+        commonRight = std::min(commonRight, row.right);
     }
+    m_coveredLeft = commonLeft;
+    m_coveredRight = commonRight - 1;
+    m_coveredTop = top;
+    m_coveredBottom = bottom;
+    m_coveredImage = &image;
     return true;
 }
 
@@ -110,8 +122,9 @@ bool RegionPixels::GrowWindow(Row& row, int left, int right) {
 
 bool RegionPixels::SaveRow(const CDibImage& image, Row& row, int y, int left, int right) {
     const bool empty = row.left == row.right;
-    const int aheadLeft = std::max(0, left - kSaveAhead);
-    const int aheadRight = std::min(m_width, right + kSaveAhead);
+    const int ahead = empty ? kNewRowAhead : kGrowthAhead;
+    const int aheadLeft = std::max(0, left - ahead);
+    const int aheadRight = std::min(m_width, right + ahead);
     const int newLeft = empty ? aheadLeft : left < row.left ? std::min(aheadLeft, row.left) : row.left;
     const int newRight = empty ? aheadRight : right > row.right ? std::max(aheadRight, row.right) : row.right;
     if ((empty || newLeft < row.windowLeft || newRight > row.windowRight) &&
@@ -124,8 +137,12 @@ bool RegionPixels::SaveRow(const CDibImage& image, Row& row, int y, int left, in
     if (empty) {
         std::memcpy(window + bpp * newLeft, source + bpp * newLeft, bpp * (newRight - newLeft));
     } else {
-        std::memcpy(window + bpp * newLeft, source + bpp * newLeft, bpp * (row.left - newLeft));
-        std::memcpy(window + bpp * row.right, source + bpp * row.right, bpp * (newRight - row.right));
+        if (newLeft < row.left) {
+            std::memcpy(window + bpp * newLeft, source + bpp * newLeft, bpp * (row.left - newLeft));
+        }
+        if (newRight > row.right) {
+            std::memcpy(window + bpp * row.right, source + bpp * row.right, bpp * (newRight - row.right));
+        }
     }
     row.left = newLeft;
     row.right = newRight;
@@ -133,6 +150,7 @@ bool RegionPixels::SaveRow(const CDibImage& image, Row& row, int y, int left, in
 }
 
 void RegionPixels::Finish() {
+    m_coveredImage = nullptr;
     if (m_finished || m_blocks.empty()) {
         m_finished = true;
         return;

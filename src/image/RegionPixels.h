@@ -1,5 +1,6 @@
 #pragma once
 
+#include "image/CDibImage.h"
 #include "image/SavedPixels.h"
 #include "platform/HeapBlock.h"
 
@@ -25,11 +26,20 @@ public:
     // of `image` that are not saved yet; false when memory ran out (what was
     // saved before stays valid) or after Finish.
     bool Save(const CDibImage& image, int left, int top, int right, int bottom);
+    // True when left..right, top..bottom of `image` is known to be saved
+    // already (an answer that costs no look at the rows; false says nothing).
+    bool Covers(const CDibImage* image, int left, int top, int right, int bottom) const {
+        return image != nullptr && image == m_coveredImage && Matches(*image) && m_coveredLeft <= left && right <= m_coveredRight && m_coveredTop <= top &&
+               bottom <= m_coveredBottom;
+    }
     // Packs the saved pixels tightly; nothing more is saved afterwards.
     void Finish();
     void SwapWith(CDibImage& image) override;
     std::size_t Bytes() const override;
-    bool Matches(const CDibImage& image) const;
+    bool Matches(const CDibImage& image) const {
+        return image.Width() == m_width && image.Height() == m_height && image.BitsPerPixel() == m_bytesPerPixel * 8;
+    }
+    RegionPixels* AsRegion() override { return this; }
 
 private:
     struct Row {
@@ -48,6 +58,14 @@ private:
     int m_height;
     int m_bytesPerPixel;
     int m_top = 0; // image row of m_rows[0]
+    // A rectangle of m_coveredImage known to be saved in full (inclusive),
+    // so that the many requests a stroke
+    // makes inside what it saved already cost no look at the rows.
+    int m_coveredLeft = 0;
+    int m_coveredTop = 0;
+    int m_coveredRight = -1;
+    int m_coveredBottom = -1;
+    const CDibImage* m_coveredImage = nullptr; // the image last saved from
     std::vector<Row> m_rows;
     std::vector<platform::HeapBlock> m_blocks;
     std::size_t m_used = 0; // bytes taken from the last block

@@ -3,6 +3,7 @@
 #include <cstddef>
 
 class CDibImage;
+class RegionPixels;
 
 // Pixels of an image kept by an undo step in place of a whole copy: the
 // original bytes of the places a change touched. Swapping exchanges those
@@ -14,4 +15,6 @@ public:
     // `image` must have the size the pixels were saved from.
     virtual void SwapWith(CDibImage& image) = 0;
     virtual std::size_t Bytes() const = 0;
+    // The store of a painting step (`RegionPixels`), or null.
+    virtual RegionPixels* AsRegion() { return nullptr; }
 };

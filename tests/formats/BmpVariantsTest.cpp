@@ -6,6 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <bit>
+
 namespace {
 
 constexpr LoadLimitSize kLimits{1920, 2560};
@@ -185,6 +188,97 @@ TEST(BmpVariants, BitFieldsScaleEachChannelToEightBitsAndAlphaLiesOverWhite) {
     }
 }
 
+// The rule for one channel, pixel by pixel: the mask's bits (the top 12 of
+// a wider one) scaled to 0..255 with rounding.
+int ChannelOf(std::uint32_t pixel, std::uint32_t mask) {
+    if (mask == 0) {
+        return 0;
+    }
+    const int shift = std::countr_zero(mask);
+    const int bits = 32 - std::countl_zero(mask) - shift;
+    const int drop = std::max(0, bits - 12);
+    const std::uint32_t most = (1u << (bits - drop)) - 1;
+    const std::uint32_t v = (pixel >> shift >> drop) & most;
+    return static_cast<int>((v * 255 + most / 2) / most);
+}
+
+// Rows much wider than any vector step, with a ragged end, in every stored
+// layout, against a decoding of each pixel on its own: random indices into a
+// table shorter than 256 entries, and random bit-field pixels of narrow,
+// wide, dropped and alpha channels.
+TEST(BmpVariants, WideRowsOfEveryLayoutMatchAPixelByPixelDecoding) {
+    constexpr int kWidth = 150;
+    constexpr int kHeight = 3;
+    struct Layout {
+        const char* name;
+        std::uint16_t bits;
+        std::vector<std::uint32_t> masks; // red, green, blue[, alpha]; none: indices
+    };
+    const std::vector<Layout> layouts = {
+        {"8-bit indices", 8, {}},
+        {"4-bit indices", 4, {}},
+        {"565", 16, {0xF800, 0x07E0, 0x001F}},
+        {"4-4-4 with 4-bit alpha", 16, {0x0F00, 0x00F0, 0x000F, 0xF000}},
+        {"8-8-8 with alpha", 32, {0xFF0000, 0xFF00, 0xFF, 0xFF000000}},
+        {"10-10-10 with 2-bit alpha", 32, {0x3FF00000, 0x000FFC00, 0x000003FF, 0xC0000000}},
+        {"14, 6 and 12 bits", 32, {0xFFFC0000, 0x0003F000, 0x00000FFF}},
+    };
+    std::vector<ColorWord> palette;
+    std::vector<std::uint8_t> table; // blue, green, red, 0
+    for (int i = 0; i < 200; ++i) {
+        palette.push_back(MakeColorWord(i * 7 + 1, 255 - i, i * 3 + 40));
+        table.insert(table.end(), {static_cast<std::uint8_t>(i * 3 + 40), static_cast<std::uint8_t>(255 - i),
+                                   static_cast<std::uint8_t>(i * 7 + 1), 0});
+    }
+    std::uint32_t seed = 99;
+    for (const Layout& layout : layouts) {
+        BmpSpec spec{.width = kWidth, .height = kHeight, .bits = layout.bits, .masks = layout.masks};
+        if (layout.masks.empty()) {
+            spec.colorsUsed = layout.bits == 8 ? 200 : 16;
+            spec.table.assign(table.begin(), table.begin() + 4 * spec.colorsUsed);
+        } else {
+            spec.compression = layout.masks.size() == 4 ? 6 : 3;
+        }
+        std::vector<std::vector<ColorWord>> expected(kHeight); // top row first
+        for (int stored = 0; stored < kHeight; ++stored) {
+            std::vector<std::uint8_t> row;
+            for (int x = 0; x < kWidth; ++x) {
+                seed = seed * 1664525u + 1013904223u;
+                const std::uint32_t pixel = layout.bits == 4 ? seed >> 28 : seed >> (32 - layout.bits);
+                ColorWord color = 0;
+                if (layout.masks.empty()) {
+                    color = pixel < spec.colorsUsed ? palette[pixel] : 0;
+                    if (layout.bits == 4) {
+                        row.resize(static_cast<std::size_t>(x / 2 + 1), 0);
+                        row.back() |= static_cast<std::uint8_t>(x % 2 == 0 ? pixel << 4 : pixel);
+                    } else {
+                        row.push_back(static_cast<std::uint8_t>(pixel));
+                    }
+                } else {
+                    int channel[3];
+                    const int alpha = layout.masks.size() == 4 ? ChannelOf(pixel, layout.masks[3]) : 255;
+                    for (int c = 0; c < 3; ++c) {
+                        const int v = ChannelOf(pixel, layout.masks[static_cast<std::size_t>(c)]);
+                        channel[c] = (v * alpha + 255 * (255 - alpha) + 127) / 255;
+                    }
+                    color = MakeColorWord(channel[0], channel[1], channel[2]);
+                    for (int b = 0; b < layout.bits / 8; ++b) {
+                        row.push_back(static_cast<std::uint8_t>(pixel >> (8 * b)));
+                    }
+                }
+                expected[static_cast<std::size_t>(kHeight - 1 - stored)].push_back(color);
+            }
+            row.resize((row.size() + 3) / 4 * 4, 0);
+            spec.pixels.insert(spec.pixels.end(), row.begin(), row.end());
+        }
+        auto picture = LoadSpec(spec);
+        ASSERT_TRUE(picture) << layout.name;
+        for (int y = 0; y < kHeight; ++y) {
+            EXPECT_EQ(Row(*picture, y), expected[static_cast<std::size_t>(y)]) << layout.name << ", row " << y;
+        }
+    }
+}
+
 TEST(BmpVariants, RunLengthCodesWithRunsThatOverflowAreClipped) {
     const auto table = MakeTable({0x000000, 0xFF0000, 0x00FF00, 0x0000FF}, 4); // black, red, green, blue
     // RLE8, 4 x 3, bottom row first: a run of 6 (clipped to 4), end of line;
@@ -213,6 +307,70 @@ TEST(BmpVariants, RunLengthCodesWithRunsThatOverflowAreClipped) {
     int result = 99;
     EXPECT_FALSE(LoadSpec(rle8, &result));
     EXPECT_EQ(result, kFileFailed);
+}
+
+// Long RLE8 rows of every code in random order: short and long runs, absolute
+// runs of odd and even length, moves right, runs past the row's end and rows
+// ended early; pixels no code reaches stay index 0 (table entry 0, black).
+TEST(BmpVariants, LongRunLengthRowsKeepUnreachedPixelsAtIndexZero) {
+    constexpr int kWidth = 300;
+    constexpr int kHeight = 6;
+    std::vector<std::uint8_t> table;
+    for (int i = 0; i < 256; ++i) { // entry 0 black
+        table.insert(table.end(), {static_cast<std::uint8_t>(i), static_cast<std::uint8_t>(i == 0 ? 0 : i ^ 0x55),
+                                   static_cast<std::uint8_t>(i == 0 ? 0 : 7), 0});
+    }
+    std::vector<std::uint8_t> codes;
+    std::vector<std::vector<int>> indices(kHeight, std::vector<int>(kWidth, 0)); // stored order
+    std::uint32_t seed = 7;
+    const auto next = [&seed](int below) {
+        seed = seed * 1664525u + 1013904223u;
+        return static_cast<int>((seed >> 8) % static_cast<std::uint32_t>(below));
+    };
+    for (int y = 0; y < kHeight; ++y) {
+        const int stop = y == 2 ? 120 : kWidth + 40; // row 2 ends early
+        for (int x = 0; x < stop;) {
+            const int kind = next(10);
+            if (kind < 6) { // a run, mostly short
+                const int count = kind < 4 ? 1 + next(3) : 9 + next(60);
+                const int value = 1 + next(255);
+                codes.insert(codes.end(), {static_cast<std::uint8_t>(count), static_cast<std::uint8_t>(value)});
+                for (int i = x; i < x + count && i < kWidth; ++i) {
+                    indices[static_cast<std::size_t>(y)][static_cast<std::size_t>(i)] = value;
+                }
+                x += count;
+            } else if (kind < 9) { // absolute
+                const int count = 3 + next(10);
+                codes.insert(codes.end(), {0, static_cast<std::uint8_t>(count)});
+                for (int i = 0; i < count; ++i) {
+                    const int value = 1 + next(255);
+                    codes.push_back(static_cast<std::uint8_t>(value));
+                    if (x + i < kWidth) {
+                        indices[static_cast<std::size_t>(y)][static_cast<std::size_t>(x + i)] = value;
+                    }
+                }
+                codes.resize(codes.size() + (count & 1), 0);
+                x += count;
+            } else { // move right, leaving pixels unreached
+                const int dx = 1 + next(12);
+                codes.insert(codes.end(), {0, 2, static_cast<std::uint8_t>(dx), 0});
+                x += dx;
+            }
+        }
+        codes.insert(codes.end(), {0, 0});
+    }
+    codes.insert(codes.end(), {0, 1});
+    BmpSpec spec{.width = kWidth, .height = kHeight, .bits = 8, .compression = 1, .colorsUsed = 256,
+                 .table = table, .pixels = codes};
+    auto picture = LoadSpec(spec);
+    ASSERT_TRUE(picture);
+    for (int y = 0; y < kHeight; ++y) {
+        std::vector<ColorWord> expected;
+        for (int index : indices[static_cast<std::size_t>(kHeight - 1 - y)]) {
+            expected.push_back(index == 0 ? 0 : MakeColorWord(7, index ^ 0x55, index));
+        }
+        EXPECT_EQ(Row(*picture, y), expected) << "row " << y;
+    }
 }
 
 TEST(BmpVariants, FilesThisReaderCannotDecodeFailCleanly) {
