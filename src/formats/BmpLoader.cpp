@@ -39,7 +39,7 @@ LoadLimitSize FitBmpSize(int width, int height, int boxWidth, int boxHeight) {
 }
 
 int LoadBmpPicture(const std::string& path, const LoadLimitSize& limits, CDibImage& picture, int& fileWidth,
-                   int& fileHeight) {
+                   int& fileHeight, bool* transparent) {
     CBmpReader reader;
     BmpFormat format;
     if (!reader.Open(path, format)) {
@@ -58,7 +58,11 @@ int LoadBmpPicture(const std::string& path, const LoadLimitSize& limits, CDibIma
         !CreatePicture(picture, size.width / 2, size.height / 2)) {
         return kFileOutOfMemory;
     }
-    return StreamingScaler::Run(
+    const int result = StreamingScaler::Run(
         format.width, format.height, picture, [&reader](std::uint8_t* row) { return reader.ReadRow(row) != 0; },
         format.topDown);
+    if (transparent != nullptr) {
+        *transparent = reader.SawTransparency();
+    }
+    return result;
 }

@@ -11,7 +11,7 @@ class CDibImage;
 // streams in. Reports the file's own size. Returns kFileOk, kFileFailed or
 // kFileOutOfMemory.
 int LoadBmpPicture(const std::string& path, const LoadLimitSize& limits, CDibImage& picture, int& fileWidth,
-                   int& fileHeight);
+                   int& fileHeight, bool* transparent = nullptr);
 
 // The size a width x height file is loaded at, given the box it must fit
 // (keeping the aspect ratio, rounded to nearest).

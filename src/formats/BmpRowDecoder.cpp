@@ -100,6 +100,12 @@ void BmpRowDecoder::ExpandFields(const std::uint8_t* stored, std::uint8_t* dst) 
     const auto count = static_cast<std::size_t>(m_width);
     if (m_hasAlpha) {
         FieldPlane(stored, m_fields[kAlpha], m_columns[kAlpha], kAlpha);
+        const std::uint8_t* alpha = PlaneData(kAlpha);
+        std::uint8_t opaque = m_opaque;
+        for (std::size_t i = 0; i < count; ++i) {
+            opaque &= alpha[i];
+        }
+        m_opaque = opaque;
     }
     for (Plane plane : {kBlue, kGreen, kRed}) {
         FieldPlane(stored, m_fields[plane], m_columns[plane], plane);

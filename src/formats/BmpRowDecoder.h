@@ -28,6 +28,9 @@ public:
     void ExpandRow(const std::uint8_t* stored, std::uint8_t* dst);
     // One colour-table index per byte (what the RLE decoder produces).
     void ExpandIndices(const std::uint8_t* indices, std::uint8_t* dst);
+    // Some pixel decoded so far had an alpha below full: the file has
+    // transparent or translucent parts.
+    bool SawTransparency() const { return m_opaque != 0xFF; }
 
 private:
     using Column = std::array<std::uint8_t, 256>;
@@ -49,6 +52,7 @@ private:
     int m_width = 0;
     int m_bitCount = 0;
     bool m_hasAlpha = false;
+    std::uint8_t m_opaque = 0xFF; // the AND of every alpha decoded
     std::array<Column, 4> m_columns{}; // blue, green, red, alpha: the table's columns or channel scales
     std::array<Field, 4> m_fields{};
     platform::HeapBlock m_planes; // kPlanes rows of m_width bytes

@@ -24,6 +24,8 @@ public:
     // could not be had).
     int Open(const std::string& path, BmpFormat& format);
     bool OutOfMemory() const { return m_outOfMemory; }
+    // Some row read so far had transparent or translucent pixels.
+    bool SawTransparency() const { return m_decoder.SawTransparency(); }
     // Reads the next stored row into `dst` (at least width x 3 bytes). 0 on
     // a read error.
     int ReadRow(std::uint8_t* dst);

@@ -32,7 +32,7 @@ int IntoNewPicture(std::unique_ptr<CDibImage>& picture, Fill&& fill) {
 int LoadBmp(const std::string& path, const LoadLimitSize& limits, std::unique_ptr<CDibImage>& picture,
             PictureFileInfo& info) {
     return IntoNewPicture(picture, [&](CDibImage& loaded) {
-        return LoadBmpPicture(path, limits, loaded, info.fileWidth, info.fileHeight);
+        return LoadBmpPicture(path, limits, loaded, info.fileWidth, info.fileHeight, &info.transparent);
     });
 }
 

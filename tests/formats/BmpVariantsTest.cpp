@@ -188,6 +188,24 @@ TEST(BmpVariants, BitFieldsScaleEachChannelToEightBitsAndAlphaLiesOverWhite) {
     }
 }
 
+// The loader says whether the file had transparent pixels, so that saving
+// over it can ask first; an alpha channel that is opaque everywhere is not.
+TEST(BmpVariants, ReportsTransparencyOnlyWhenSomePixelIsNotOpaque) {
+    TempFolder dir;
+    const auto transparent = [&dir](std::vector<std::uint8_t> pixels, std::uint32_t alphaMask) {
+        BmpSpec spec{.width = 2, .height = 1, .bits = 32, .compression = 6,
+                     .masks = {0xFF0000, 0xFF00, 0xFF, alphaMask}, .pixels = std::move(pixels)};
+        WriteBytes(dir.Path("a.bmp"), Build(spec));
+        std::unique_ptr<CDibImage> picture;
+        PictureFileInfo info;
+        EXPECT_EQ(LoadPicture(dir.Path("a.bmp"), kLimits, picture, &info), kFileOk);
+        return info.transparent;
+    };
+    EXPECT_TRUE(transparent({1, 2, 3, 0xFF, 1, 2, 3, 0xFE}, 0xFF000000));
+    EXPECT_FALSE(transparent({1, 2, 3, 0xFF, 1, 2, 3, 0xFF}, 0xFF000000));
+    EXPECT_FALSE(transparent({1, 2, 3, 0x00, 1, 2, 3, 0x00}, 0)) << "no alpha mask: the fourth byte is unused";
+}
+
 // The rule for one channel, pixel by pixel: the mask's bits (the top 12 of
 // a wider one) scaled to 0..255 with rounding.
 int ChannelOf(std::uint32_t pixel, std::uint32_t mask) {
