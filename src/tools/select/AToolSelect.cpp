@@ -2,6 +2,7 @@
 
 #include "image/CBriselDoc.h"
 #include "ops/EditCommands.h"
+#include "tools/select/FloatingHandles.h"
 #include "view/CDisplayRenderer.h"
 #include "view/CViewWindow.h"
 #include "view/ViewHost.h"
@@ -15,6 +16,17 @@ void AToolSelect::ToolActivate() {
     m_spare1 = 0;
     m_spare2 = 0;
     m_dragMode = kIdle;
+    if (Window() != nullptr && OffersHandles()) {
+        Window()->InvalidateAll();
+    }
+}
+
+void AToolSelect::ToolDeactivate() {
+    AToolOutlineView::ToolDeactivate();
+    if (Window() != nullptr && OffersHandles()) {
+        Window()->InvalidateAll();
+        Window()->viewport()->unsetCursor();
+    }
 }
 
 CommandContext AToolSelect::Context() {
@@ -57,6 +69,11 @@ void AToolSelect::OnPenDown(const PenEvent& pen) {
     if (!AcceptsPress(image)) {
         return;
     }
+    if (OffersHandles() && !(pen.modifiers & Qt::ControlModifier) && m_handleDrag.Begin(*this, pen.point)) {
+        m_dragMode = kHandle;
+        StopOutlineTimer();
+        return;
+    }
     m_combineMode = (pen.modifiers & (Qt::ShiftModifier | Qt::ControlModifier)) ? 1 : 0;
     m_dragMode = ClassifyPress(image, pen.modifiers);
     if (m_dragMode == kMoveFloating) {
@@ -67,7 +84,9 @@ void AToolSelect::OnPenDown(const PenEvent& pen) {
 }
 
 void AToolSelect::OnPenMove(const PenEvent& pen) {
-    if (m_dragMode == kMoveFloating) {
+    if (m_dragMode == kHandle) {
+        ContinueHandleDrag(pen);
+    } else if (m_dragMode == kMoveFloating) {
         ContinueFloatingDrag(pen);
     } else if (m_dragMode >= kNew && m_dragMode <= kSubtract) {
         ContinueShape(pen, ScreenToImage(pen.point));
@@ -78,7 +97,10 @@ void AToolSelect::OnPenUp(const PenEvent& pen) {
     if (m_dragMode == kCancelled) {
         m_dragMode = kIdle;
     }
-    if (m_dragMode == kMoveFloating) {
+    if (m_dragMode == kHandle) {
+        ContinueHandleDrag(pen);
+        EndHandleDrag(true);
+    } else if (m_dragMode == kMoveFloating) {
         EndFloatingDrag();
     } else if (m_dragMode >= kNew && m_dragMode <= kSubtract) {
         FinishShape(pen, ScreenToImage(pen.point));
@@ -87,10 +109,18 @@ void AToolSelect::OnPenUp(const PenEvent& pen) {
 }
 
 bool AToolSelect::OnKeyDown(int key) {
+    if ((key == Qt::Key_Return || key == Qt::Key_Enter) && OffersHandles() && m_dragMode == kIdle &&
+        Document() != nullptr && Document()->GetFloatMask() != nullptr) {
+        PutFloatingDown();
+        return true;
+    }
     if (key != Qt::Key_Escape) {
         return CBriselView::OnKeyDown(key);
     }
-    if (m_dragMode == kMoveFloating) {
+    if (m_dragMode == kHandle) {
+        EndHandleDrag(false);
+        m_dragMode = kCancelled;
+    } else if (m_dragMode == kMoveFloating) {
         CancelFloatingDrag();
     } else if (m_dragMode >= kNew && m_dragMode <= kSubtract && CancelShape()) {
         m_dragMode = kCancelled;
@@ -209,8 +239,65 @@ void AToolSelect::PaintOverlay(QPainter& painter) {
     if (Document() == nullptr || Host() == nullptr) {
         return;
     }
+    if (m_dragMode == kHandle) {
+        m_handleDrag.PaintPreview(*this, painter);
+        return;
+    }
     if (m_dragMode == kMoveFloating) {
         PaintFloatingDrag(painter);
     }
     AToolOutlineView::PaintOverlay(painter);
+    if (OffersHandles() && m_dragMode != kMoveFloating) {
+        FloatingHandleDrag::PaintHandles(*this, painter);
+    }
+}
+
+// ---- the handles ------------------------------------------------------------------
+
+void AToolSelect::ContinueHandleDrag(const PenEvent& pen) {
+    m_handleDrag.Move(*this, pen.point, pen.modifiers);
+    Host()->ShowToolStatus(m_handleDrag.StatusText().toStdString());
+    if (Window() != nullptr) {
+        Window()->InvalidateAll();
+        Window()->UpdateNow();
+    }
+}
+
+// Applies (on release) or drops (Esc) the drag; the selection floats on.
+void AToolSelect::EndHandleDrag(bool apply) {
+    if (apply) {
+        CommandContext context = Context();
+        m_handleDrag.Release(context);
+    } else {
+        m_handleDrag.Cancel();
+    }
+    Host()->ShowToolStatus({});
+    if (Window() != nullptr) {
+        Window()->InvalidateAll();
+    }
+    RestartOutlineIfSelected();
+}
+
+void AToolSelect::PutFloatingDown() {
+    StopOutlineTimer();
+    CommandContext context = Context();
+    EditResult result;
+    EditSelectNone(context, result);
+    if (Window() != nullptr) {
+        Window()->InvalidateAll();
+    }
+}
+
+void AToolSelect::OnPointerHover(QPoint client) {
+    const int handle =
+        OffersHandles() && m_dragMode == kIdle ? FloatingHandleDrag::HandleAt(*this, client) : -1;
+    if (handle == m_hoverHandle || Window() == nullptr) {
+        return;
+    }
+    m_hoverHandle = handle;
+    if (handle < 0) {
+        Window()->viewport()->unsetCursor();
+    } else {
+        Window()->viewport()->setCursor(FloatingHandles::CursorOf(handle));
+    }
 }
