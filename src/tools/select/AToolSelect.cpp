@@ -2,7 +2,6 @@
 
 #include "image/CBriselDoc.h"
 #include "ops/EditCommands.h"
-#include "tools/select/FloatingHandles.h"
 #include "view/CDisplayRenderer.h"
 #include "view/CViewWindow.h"
 #include "view/ViewHost.h"
@@ -85,7 +84,7 @@ void AToolSelect::OnPenDown(const PenEvent& pen) {
 
 void AToolSelect::OnPenMove(const PenEvent& pen) {
     if (m_dragMode == kHandle) {
-        ContinueHandleDrag(pen);
+        m_handleDrag.MoveAndShow(*this, pen);
     } else if (m_dragMode == kMoveFloating) {
         ContinueFloatingDrag(pen);
     } else if (m_dragMode >= kNew && m_dragMode <= kSubtract) {
@@ -98,8 +97,9 @@ void AToolSelect::OnPenUp(const PenEvent& pen) {
         m_dragMode = kIdle;
     }
     if (m_dragMode == kHandle) {
-        ContinueHandleDrag(pen);
-        EndHandleDrag(true);
+        m_handleDrag.MoveAndShow(*this, pen);
+        m_handleDrag.Finish(*this, true);
+        RestartOutlineIfSelected();
     } else if (m_dragMode == kMoveFloating) {
         EndFloatingDrag();
     } else if (m_dragMode >= kNew && m_dragMode <= kSubtract) {
@@ -111,14 +111,15 @@ void AToolSelect::OnPenUp(const PenEvent& pen) {
 bool AToolSelect::OnKeyDown(int key) {
     if ((key == Qt::Key_Return || key == Qt::Key_Enter) && OffersHandles() && m_dragMode == kIdle &&
         Document() != nullptr && Document()->GetFloatMask() != nullptr) {
-        PutFloatingDown();
+        FloatingHandleDrag::PutDown(*this);
         return true;
     }
     if (key != Qt::Key_Escape) {
         return CBriselView::OnKeyDown(key);
     }
     if (m_dragMode == kHandle) {
-        EndHandleDrag(false);
+        m_handleDrag.Finish(*this, false);
+        RestartOutlineIfSelected();
         m_dragMode = kCancelled;
     } else if (m_dragMode == kMoveFloating) {
         CancelFloatingDrag();
@@ -254,50 +255,8 @@ void AToolSelect::PaintOverlay(QPainter& painter) {
 
 // ---- the handles ------------------------------------------------------------------
 
-void AToolSelect::ContinueHandleDrag(const PenEvent& pen) {
-    m_handleDrag.Move(*this, pen.point, pen.modifiers);
-    Host()->ShowToolStatus(m_handleDrag.StatusText().toStdString());
-    if (Window() != nullptr) {
-        Window()->InvalidateAll();
-        Window()->UpdateNow();
-    }
-}
-
-// Applies (on release) or drops (Esc) the drag; the selection floats on.
-void AToolSelect::EndHandleDrag(bool apply) {
-    if (apply) {
-        CommandContext context = Context();
-        m_handleDrag.Release(context);
-    } else {
-        m_handleDrag.Cancel();
-    }
-    Host()->ShowToolStatus({});
-    if (Window() != nullptr) {
-        Window()->InvalidateAll();
-    }
-    RestartOutlineIfSelected();
-}
-
-void AToolSelect::PutFloatingDown() {
-    StopOutlineTimer();
-    CommandContext context = Context();
-    EditResult result;
-    EditSelectNone(context, result);
-    if (Window() != nullptr) {
-        Window()->InvalidateAll();
-    }
-}
-
 void AToolSelect::OnPointerHover(QPoint client) {
-    const int handle =
-        OffersHandles() && m_dragMode == kIdle ? FloatingHandleDrag::HandleAt(*this, client) : -1;
-    if (handle == m_hoverHandle || Window() == nullptr) {
-        return;
-    }
-    m_hoverHandle = handle;
-    if (handle < 0) {
-        Window()->viewport()->unsetCursor();
-    } else {
-        Window()->viewport()->setCursor(FloatingHandles::CursorOf(handle));
+    if (OffersHandles() && m_dragMode == kIdle) {
+        FloatingHandleDrag::ShowHoverCursor(*this, client, m_hoverHandle);
     }
 }

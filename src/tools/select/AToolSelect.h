@@ -107,9 +107,6 @@ private:
     // by `offset`, clipped to the picture's screen area.
     QRect FloatingDragArea(QPoint offset) const;
     void PaintFloatingDrag(QPainter& painter);
-    void ContinueHandleDrag(const PenEvent& pen);
-    void EndHandleDrag(bool apply);
-    void PutFloatingDown();
 
     int m_dragMode = kIdle;
     FloatingHandleDrag m_handleDrag;

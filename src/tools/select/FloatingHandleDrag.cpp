@@ -2,11 +2,13 @@
 
 #include "image/CBriselDoc.h"
 #include "image/CDibImage.h"
+#include "ops/EditCommands.h"
 #include "selection/FloatingTransform.h"
 #include "tools/select/FloatingHandles.h"
 #include "view/CBriselView.h"
 #include "view/CDisplayRenderer.h"
 #include "view/CViewWindow.h"
+#include "view/PenEvent.h"
 #include "view/ViewHost.h"
 
 #include <QPainter>
@@ -171,5 +173,50 @@ void FloatingHandleDrag::PaintPreview(const CBriselView& view, QPainter& painter
     painter.restore();
     if (!Rotating()) {
         PaintHandleSquares(shown, painter);
+    }
+}
+
+void FloatingHandleDrag::MoveAndShow(CBriselView& view, const PenEvent& pen) {
+    Move(view, pen.point, pen.modifiers);
+    view.Host()->ShowToolStatus(StatusText().toStdString());
+    if (view.Window() != nullptr) {
+        view.Window()->InvalidateAll();
+        view.Window()->UpdateNow();
+    }
+}
+
+void FloatingHandleDrag::Finish(CBriselView& view, bool apply) {
+    if (apply) {
+        CommandContext context = view.Host()->EditingContext();
+        Release(context);
+    } else {
+        Cancel();
+    }
+    view.Host()->ShowToolStatus({});
+    if (view.Window() != nullptr) {
+        view.Window()->InvalidateAll();
+    }
+}
+
+void FloatingHandleDrag::PutDown(CBriselView& view) {
+    view.StopOutlineTimer();
+    CommandContext context = view.Host()->EditingContext();
+    EditResult result;
+    EditSelectNone(context, result);
+    if (view.Window() != nullptr) {
+        view.Window()->InvalidateAll();
+    }
+}
+
+void FloatingHandleDrag::ShowHoverCursor(CBriselView& view, QPoint client, int& shown) {
+    const int handle = HandleAt(view, client);
+    if (handle == shown || view.Window() == nullptr) {
+        return;
+    }
+    shown = handle;
+    if (handle == FloatingHandles::kNone) {
+        view.Window()->viewport()->unsetCursor();
+    } else {
+        view.Window()->viewport()->setCursor(FloatingHandles::CursorOf(handle));
     }
 }

@@ -9,6 +9,7 @@
 
 class CBriselView;
 class QPainter;
+struct PenEvent;
 
 // A drag on one of the floating selection's handles (FloatingHandles): while
 // it runs, the view shows the floating pixels scaled or turned as they will
@@ -44,6 +45,15 @@ public:
     QString StatusText() const;
 
     void PaintPreview(const CBriselView& view, QPainter& painter) const;
+
+    // The steps a tool takes, on the view's window and host: a pen move
+    // (status text, live repaint), the end of the drag (applied on release,
+    // dropped on Esc), Enter (the selection is put down and ends), and the
+    // pointer's shape over a handle (`shown` remembers the last one).
+    void MoveAndShow(CBriselView& view, const PenEvent& pen);
+    void Finish(CBriselView& view, bool apply);
+    static void PutDown(CBriselView& view);
+    static void ShowHoverCursor(CBriselView& view, QPoint client, int& shown);
 
 private:
     void TakePreviewCopy(const CBriselView& view);

@@ -2,6 +2,7 @@
 #include "image/CommandContext.h"
 #include "ops/ImageCommands.h"
 #include "selection/SelectionShapes.h"
+#include "tools/select/AToolSelectMove.h"
 #include "tools/select/AToolSelectRect.h"
 #include "tools/select/SelectToolFixture.h"
 
@@ -14,8 +15,8 @@ using Handles = FloatingHandles;
 class FloatingHandlesTest : public SelectToolTest {
 protected:
     // A 100 x 80 picture with a floating ellipse in 20..59 x 16..45.
-    AToolSelect& OpenWithFloating() {
-        auto& tool = Open<AToolSelectRect>(100, 80, QSize(320, 260));
+    template <typename Tool = AToolSelectRect> Tool& OpenWithFloating() {
+        auto& tool = Open<Tool>(100, 80, QSize(320, 260));
         CommandContext context = host.EditingContext();
         SelectEllipse(context, 20, 16, 59, 45, WandCombine::New);
         twin.SetPicture(DuplicateImage(host.doc.GetPicture()));
@@ -139,6 +140,21 @@ TEST_F(FloatingHandlesTest, EscCancelsTheDragEnterPutsTheSelectionDown) {
     EXPECT_TRUE(host.status.empty());
 
     QTest::keyClick(&view, Qt::Key_Return);
+    EXPECT_EQ(host.doc.GetFloatMask(), nullptr);
+}
+
+TEST_F(FloatingHandlesTest, TheMoveSelectionToolOffersTheSameHandles) {
+    OpenWithFloating<AToolSelectMove>();
+    const QPoint from = HandlePoint(Handles::kBottom);
+    PressAt(from);
+    MoveTo(from + QPoint(0, 12));
+    EXPECT_EQ(host.status, "40 x 42 pixels");
+    ReleaseAt(from + QPoint(0, 12));
+    ASSERT_EQ(RunRescale(twinContext, 40, 42, 0), 1);
+    ExpectSameAsTwin();
+    EXPECT_EQ(host.doc.GetFloatRect(), (ImageRect{20, 16, 60, 58}));
+
+    QTest::keyClick(&view, Qt::Key_Enter);
     EXPECT_EQ(host.doc.GetFloatMask(), nullptr);
 }
 
