@@ -158,6 +158,26 @@ TEST_F(FloatingHandlesTest, TheMoveSelectionToolOffersTheSameHandles) {
     EXPECT_EQ(host.doc.GetFloatMask(), nullptr);
 }
 
+// The handles travel with the selection: none is left behind on the screen.
+TEST_F(FloatingHandlesTest, MovingTheSelectionLeavesNoHandlesBehind) {
+    OpenWithFloating();
+    Drag({30, 25}, {45, 35});
+    QTest::qWait(20);
+    EXPECT_EQ(Shown(), Shot());
+    const QPoint from = HandlePoint(Handles::kLeft);
+    PressAt(from);
+    MoveTo(from + QPoint(-10, 0));
+    QTest::keyClick(&view, Qt::Key_Escape);
+    ReleaseAt(from + QPoint(-10, 0));
+    QTest::qWait(20);
+    EXPECT_EQ(Shown(), Shot());
+
+    SwitchToolView(view, &host.doc, &host, std::make_unique<AToolSelectMove>());
+    Drag({45, 35}, {30, 25});
+    QTest::qWait(20);
+    EXPECT_EQ(Shown(), Shot());
+}
+
 TEST_F(FloatingHandlesTest, TheCursorShowsWhatAHandleDoes) {
     OpenWithFloating();
     const auto cursorOver = [&](QPoint client) {
