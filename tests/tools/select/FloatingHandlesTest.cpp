@@ -2,6 +2,7 @@
 #include "image/CommandContext.h"
 #include "ops/ImageCommands.h"
 #include "selection/SelectionShapes.h"
+#include "tools/paint/AToolPaintMove.h"
 #include "tools/select/AToolSelectMove.h"
 #include "tools/select/AToolSelectRect.h"
 #include "tools/select/SelectToolFixture.h"
@@ -156,6 +157,23 @@ TEST_F(FloatingHandlesTest, TheMoveSelectionToolOffersTheSameHandles) {
 
     QTest::keyClick(&view, Qt::Key_Enter);
     EXPECT_EQ(host.doc.GetFloatMask(), nullptr);
+}
+
+TEST_F(FloatingHandlesTest, TheMovePictureToolOffersTheHandlesBesidePanning) {
+    OpenWithFloating<AToolPaintMove>();
+    QTest::mouseMove(view.viewport(), HandlePoint(Handles::kRight));
+    EXPECT_EQ(view.viewport()->cursor().shape(), Qt::SizeHorCursor);
+    QTest::mouseMove(view.viewport(), FloatingHandleDrag::ScreenBox(View()).center());
+    EXPECT_EQ(view.viewport()->cursor().shape(), Qt::OpenHandCursor) << "elsewhere it pans";
+
+    const QPoint centre = FloatingHandleDrag::ScreenBox(View()).center();
+    const QPoint from = HandlePoint(Handles::kRotate);
+    PressAt(from);
+    MoveTo(centre + QPoint(-70, 4), Qt::ShiftModifier);
+    ReleaseAt(centre + QPoint(-70, 4), Qt::ShiftModifier);
+    EXPECT_EQ(host.status, "");
+    ASSERT_EQ(RunRotate(twinContext, 270, true), 1);
+    ExpectSameAsTwin();
 }
 
 // The handles travel with the selection: none is left behind on the screen.
