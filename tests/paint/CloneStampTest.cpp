@@ -91,22 +91,3 @@ TEST(CloneStampTest, StrokeCopiesThePictureAsItWasFromTheOffsetThroughThePen) {
         EXPECT_GT(copied, 10);
     }
 }
-
-TEST(CloneStampTest, AlignedKeepsTheOffsetUntilANewSourceNotAlignedStartsFromTheSource) {
-    CloneStamp stamp;
-    EXPECT_FALSE(stamp.FixOffset(3, 3, true)) << "no source yet";
-    stamp.SetSource(5, 5);
-    ASSERT_TRUE(stamp.FixOffset(20, 10, true));
-    EXPECT_EQ(stamp.OffsetX(), 15);
-    EXPECT_EQ(stamp.OffsetY(), 5);
-    ASSERT_TRUE(stamp.FixOffset(30, 31, true));
-    EXPECT_EQ(stamp.OffsetX(), 15) << "aligned: the offset stays";
-    EXPECT_EQ(stamp.OffsetY(), 5);
-    ASSERT_TRUE(stamp.FixOffset(30, 31, false));
-    EXPECT_EQ(stamp.OffsetX(), 25) << "not aligned: again from the source point";
-    EXPECT_EQ(stamp.OffsetY(), 26);
-    stamp.SetSource(-4, 0);
-    ASSERT_TRUE(stamp.FixOffset(7, 8, true));
-    EXPECT_EQ(stamp.OffsetX(), 11) << "a new source fixes the offset anew";
-    EXPECT_EQ(stamp.OffsetY(), 8);
-}

@@ -70,15 +70,3 @@ TEST_F(FloatingTransformTest, RotateGivesRotateResultAboutTheSameCentre) {
         EXPECT_TRUE(dy == 0 || dy == 1) << dy;
     }
 }
-
-TEST_F(FloatingTransformTest, WithoutAFloatingSelectionNothingHappens) {
-    CBriselDoc doc;
-    CUndoHistory undo;
-    CommandContext context{doc, undo, 0, 0xFFFFFF};
-    doc.SetPicture(MakeGradientImage(10, 10));
-    doc.SetMask(CreateMask(10, 10, true));
-    EXPECT_EQ(ScaleFloating(context, 5, 5, 0, 0), 0);
-    EXPECT_EQ(RotateFloating(context, 45), 0);
-    EXPECT_EQ(doc.GetPicture()->Width(), 10);
-    EXPECT_FALSE(undo.Undo(doc));
-}
