@@ -28,7 +28,7 @@
 
 #include <benchmark/benchmark.h>
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QImage>
 #include <QPainter>
 #include <QPolygon>
@@ -57,8 +57,9 @@ constexpr int kHeight = 3000;
 constexpr int kViewWidth = 1920;
 constexpr int kViewHeight = 1080;
 
-// QPainter and the settings store want an application object; the offscreen
-// platform keeps the bench runnable without a display.
+// QPainter and the settings store want an application object (one for
+// widgets, which the handles bench shows); the offscreen platform keeps the
+// bench runnable without a display.
 void EnsureApplication() {
     static int argc = 1;
     static char name[] = "bench";
@@ -70,7 +71,7 @@ void EnsureApplication() {
     if (std::getenv("QT_QPA_PLATFORM") == nullptr) {
         setenv("QT_QPA_PLATFORM", "offscreen", 1);
     }
-    static QGuiApplication app(argc, argv);
+    static QApplication app(argc, argv);
     settings = new QTemporaryDir;
     platform::Settings::UseFolder(settings->path().toStdString());
 }

@@ -337,6 +337,14 @@ void CMainFrame::SetDocumentName(const QString& name) {
     UpdateCaption();
 }
 
+void CMainFrame::ShowToolStatus(const std::string& text) {
+    if (text.empty()) {
+        statusBar()->clearMessage();
+    } else {
+        statusBar()->showMessage(QString::fromStdString(text));
+    }
+}
+
 void CMainFrame::ShowZoomSuffix(const std::string& suffix) {
     m_zoomSuffix = suffix;
     UpdateCaption();

@@ -100,6 +100,7 @@ public:
     CommandContext EditingContext() override;
     CDisplayRenderer& Renderer() override { return m_renderer; }
     void ShowZoomSuffix(const std::string& suffix) override;
+    void ShowToolStatus(const std::string& text) override;
     void SetForegroundColor(ColorWord color) override;
     void SetBackgroundColor(ColorWord color) override;
     bool PenPressureSimulation() const override { return m_pressureSimulation; }

@@ -191,6 +191,18 @@ void DrawTool(QPainter& p, int id) {
         p.drawText(QRectF(0, 0, 32, 32), Qt::AlignCenter, QStringLiteral("A"));
         break;
     }
+    case 33034: {
+        // A rubber stamp: knob, neck and pad, over the print it leaves.
+        p.setPen(QPen(kInk, 1.6));
+        p.setBrush(QColor(0xC8, 0x8A, 0x50));
+        p.drawEllipse(QRectF(11, 2, 10, 9));
+        p.drawRect(QRectF(14, 10, 4, 7));
+        p.setBrush(QColor(0x70, 0x78, 0x88));
+        p.drawRoundedRect(QRectF(6, 17, 20, 6), 2, 2);
+        p.setPen(QPen(kAccent, 2.2));
+        p.drawLine(QPointF(6, 28), QPointF(26, 28));
+        break;
+    }
     case 33032: {
         p.setPen(QPen(kInk, 1.6));
         p.setBrush(QColor(0xD8, 0xDC, 0xE4));

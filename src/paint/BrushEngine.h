@@ -29,6 +29,10 @@ enum BrushMode : int {
     kModeGrain = 8,
     kModeGrainBoth = 11,
     kModeSpeckle = 12,
+    // Copies the reference image's pixels from (x - dx, y - dy), the clone
+    // offset, to each cell (x, y); cells whose source lies outside the
+    // reference stay as they are.
+    kModeClone = 13,
 };
 
 // The one painting engine. Every dab (the pen shape at a point) and every
@@ -47,6 +51,11 @@ public:
 
     void SetTargetImage(CDibImage* image) { m_target = image; }
     void SetReferenceImage(const CDibImage* image) { m_reference = image; }
+    // The clone offset of mode 13: pen point minus source point.
+    void SetCloneOffset(int dx, int dy) {
+        m_cloneDx = dx;
+        m_cloneDy = dy;
+    }
     void SetForegroundColor(ColorWord color);
     void SetBackgroundColor(ColorWord color);
     CDibImage* TargetImage() const { return m_target; }
@@ -64,7 +73,7 @@ public:
     int OvalLeft(int row) const { return m_ovalRows[row][0]; }
     int OvalRight(int row) const { return m_ovalRows[row][1]; }
 
-    // 1 on success, 0 for modes 2 and 3 without a reference image.
+    // 1 on success, 0 for modes 2, 3 and 13 without a reference image.
     int Dab(int x, int y, int size, int shape, int mode);
     int Segment(int x1, int y1, int x2, int y2, int size, int shape, int mode);
     // A filled rectangle (inclusive) and a single span, through the mode's
@@ -107,6 +116,7 @@ private:
     static void SpanWash(BrushEngine& e, int left, int right, int row, std::uint8_t* work);
     static void SpanGrain(BrushEngine& e, int left, int right, int row, std::uint8_t* work);
     static void SpanSpeckle(BrushEngine& e, int left, int right, int row, std::uint8_t* work);
+    static void SpanClone(BrushEngine& e, int left, int right, int row, std::uint8_t* work);
     bool ClipSpan(int& left, int& right, int row) const;
     const std::uint8_t* ReferenceRow(int row) const;
 
@@ -130,6 +140,8 @@ private:
     CDibImage* m_target = nullptr;
     SpanProc m_spanProc = nullptr;
     const CDibImage* m_reference = nullptr;
+    int m_cloneDx = 0;
+    int m_cloneDy = 0;
     std::int32_t m_ovalRows[kMaxPenSize][2] = {};
     std::int32_t m_ovalValid = 0;
     std::uint8_t m_sprayMask[kSprayCells * kSprayCells] = {};

@@ -11,7 +11,7 @@
 
 namespace {
 bool NeedsReference(int mode) {
-    return mode == kModeLighten || mode == kModeDarken;
+    return mode == kModeLighten || mode == kModeDarken || mode == kModeClone;
 }
 } // namespace
 

@@ -83,6 +83,8 @@ BrushEngine::SpanProc BrushEngine::SpanProcOf(int mode) {
         return &SpanGrain;
     case kModeSpeckle:
         return &SpanSpeckle;
+    case kModeClone:
+        return &SpanClone;
     default:
         return &SpanSolid;
     }
@@ -104,6 +106,27 @@ const std::uint8_t* BrushEngine::ReferenceRow(int row) const {
         return nullptr;
     }
     return m_reference->RowData(row);
+}
+
+void BrushEngine::SpanClone(BrushEngine& e, int left, int right, int row, std::uint8_t*) {
+    const CDibImage* source = e.m_reference;
+    if (!e.ClipSpan(left, right, row) || source == nullptr || e.m_target->BitsPerPixel() != 24 ||
+        source->BitsPerPixel() != 24) {
+        return;
+    }
+    // Offsets and points stay within the coordinate limit, so these sums fit.
+    const int sourceRow = row - e.m_cloneDy;
+    if (sourceRow < 0 || sourceRow >= source->Height()) {
+        return;
+    }
+    left = std::max(left, e.m_cloneDx);
+    right = std::min(right, source->Width() - 1 + e.m_cloneDx);
+    if (left > right) {
+        return;
+    }
+    std::memcpy(e.m_target->RowData(row) + 3 * static_cast<std::size_t>(left),
+                source->RowData(sourceRow) + 3 * static_cast<std::size_t>(left - e.m_cloneDx),
+                3 * static_cast<std::size_t>(right - left + 1));
 }
 
 void BrushEngine::SpanSolid(BrushEngine& e, int left, int right, int row, std::uint8_t* work) {

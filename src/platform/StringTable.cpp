@@ -83,6 +83,7 @@ constexpr std::pair<int, std::string_view> kStrings[] = {
     {33031, "Move Picture"},
     {33032, "Color Picker"},
     {33033, "Zoom Tool"},
+    {33034, "Clone Stamp"},
     {33040, "Change the attribute of current tool"},
     {IDS_SIMILARITY_OUT_OF_RANGE, "Please enter an integer between 0 and 255."},
     {IDS_PEN_SIZE_OUT_OF_RANGE, "Please enter an integer between 1 and 32."},

@@ -38,8 +38,9 @@ enum StringId : int {
     IDS_HEIGHT_OUT_OF_RANGE = 68,
     IDS_RESOLUTION_OUT_OF_RANGE = 105,
     IDS_NOT_A_NUMBER = 106,
-    // Tool labels: the string with a tool's command id (33000..33032), the
-    // zoom tools' group (33033) and the palette's options button (33040).
+    // Tool labels: the string with a tool's command id (33000..33032 and the
+    // Clone Stamp's 33034), the zoom tools' group (33033) and the palette's
+    // options button (33040).
     IDS_TOOL_FIRST = 33000,
     IDS_SIMILARITY_OUT_OF_RANGE = 33210,
     IDS_PEN_SIZE_OUT_OF_RANGE = 33211,

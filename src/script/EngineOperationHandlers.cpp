@@ -6,6 +6,7 @@
 #include "ops/EditCommandTable.h"
 #include "paint/ArtisticPen.h"
 #include "paint/BrushEngine.h"
+#include "paint/CloneStamp.h"
 #include "paint/EditingTarget.h"
 #include "paint/PaintCommands.h"
 #include "paint/PenStroke.h"
@@ -203,6 +204,39 @@ int RunTablet(CommandContext& context, const EngineOptions& options, const Engin
         PaintArtisticSegment(session.engine, kind, from[0], from[1], points[i][0], points[i][1],
                              options.penSize, options.penShape);
     }
+    return session.Done(context);
+}
+
+// The first point is the clone source, the rest the stroke, painted as the
+// clone stamp paints a stroke after a new source point.
+int RunClone(CommandContext& context, const EngineOptions& options, const EngineStep& step) {
+    const auto& source = step.points[0];
+    const auto& start = step.points[1];
+    const EditingTarget target = EditingTargetOf(context.doc);
+    if (!target.Contains(start[0], start[1])) {
+        return 0;
+    }
+    CloneStamp stamp;
+    stamp.SetSource(source[0], source[1]);
+    stamp.FixOffset(start[0], start[1], true);
+    PaintSession session(context, options, context.foreground);
+    if (!session.opened) {
+        return 0;
+    }
+    if (!stamp.BeginStroke(session.engine, *session.target.image)) {
+        platform::ShowMessage(platform::IDS_MEMORY_NOT_ENOUGH, platform::MB_ICONEXCLAMATION);
+        return 0;
+    }
+    EngineStep stroke = step;
+    stroke.points.erase(stroke.points.begin());
+    const auto points = Shifted(stroke, session.target);
+    session.TouchesPoints(context, points);
+    stamp.Dab(session.engine, points[0][0], points[0][1], options.penSize, options.penShape);
+    for (std::size_t i = 1; i < points.size(); ++i) {
+        stamp.Segment(session.engine, points[i - 1][0], points[i - 1][1], points[i][0], points[i][1],
+                      options.penSize, options.penShape);
+    }
+    stamp.EndStroke(session.engine);
     return session.Done(context);
 }
 

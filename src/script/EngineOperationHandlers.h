@@ -13,6 +13,7 @@ int RunRect(CommandContext& context, const EngineOptions& options, const EngineS
 int RunEllipse(CommandContext& context, const EngineOptions& options, const EngineStep& step);
 int RunBrush(CommandContext& context, const EngineOptions& options, const EngineStep& step);
 int RunTablet(CommandContext& context, const EngineOptions& options, const EngineStep& step);
+int RunClone(CommandContext& context, const EngineOptions& options, const EngineStep& step);
 int RunGradient(CommandContext& context, const EngineOptions& options, const EngineStep& step);
 int RunSelectRect(CommandContext& context, const EngineOptions& options, const EngineStep& step);
 int RunSelectEllipse(CommandContext& context, const EngineOptions& options, const EngineStep& step);

@@ -104,6 +104,9 @@ const EngineOperation kOperations[] = {
      "11 grain, 12 speckle"},
     {"tablet", Arguments::NumberAndPoints, 1, 100000, 0, nullptr, 0, 2, 12, &RunTablet, "KIND,X,Y;X,Y;...",
      "a stroke of the artistic pen KIND (2, 3 or 7..12)"},
+    {"clone", Arguments::Points, 2, 100001, 0, nullptr, 0, 0, 0, &RunClone, "SX,SY;X,Y;X,Y;...",
+     "a clone stamp stroke through the points after the first, with the --pen size and shape, copying the "
+     "picture as it was before the stroke from the source point SX,SY on, as the clone stamp tool does"},
     {"select-all", Arguments::None, 0, 0, 0, nullptr, 0, 0, 0, &RunEditCommandById<57642>, "",
      "selects the whole picture"},
     {"select-none", Arguments::None, 0, 0, 0, nullptr, 0, 0, 0, &RunEditCommandById<32859>, "",

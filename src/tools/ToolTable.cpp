@@ -1,5 +1,6 @@
 #include "tools/ToolTable.h"
 
+#include "dialogs/CloneOptionsDialog.h"
 #include "dialogs/EraserOptionsDialog.h"
 #include "dialogs/FloodFillOptionsDialog.h"
 #include "dialogs/GradientDialog.h"
@@ -7,6 +8,7 @@
 #include "dialogs/MagicWandDialog.h"
 #include "dialogs/ShapeOptionsDialog.h"
 #include "tools/paint/AToolPaintBlur.h"
+#include "tools/paint/AToolPaintClone.h"
 #include "tools/paint/AToolPaintColorPen.h"
 #include "tools/paint/AToolPaintFill.h"
 #include "tools/paint/AToolPaintGradient.h"
@@ -85,6 +87,8 @@ constexpr auto ChalkTool = MakeVariant<AToolPaintTablet, 10>;
 constexpr auto MickPenTool = MakeVariant<AToolPaintTablet, 11>;
 constexpr auto ColorPenTool = Make<AToolPaintColorPen>;
 constexpr auto HueOptions = HueOptionsDialog::Open;
+constexpr auto CloneTool = Make<AToolPaintClone>;
+constexpr auto CloneOptions = CloneOptionsDialog::Open;
 
 constexpr int kPenTool = 33009;
 
@@ -127,6 +131,7 @@ const std::vector<ToolInfo>& Table() {
         {33030, 5, TextTool, nullptr},                   // Input Text
         {33031, 6, MoveTool, nullptr},                   // Move Picture
         {33032, 7, PickerTool, nullptr},                 // Color Picker
+        {kCloneStamp, 2, CloneTool, CloneOptions},       // Clone Stamp
     };
     return table;
 }
@@ -141,7 +146,7 @@ const ToolInfo* Find(int id) {
 }
 
 bool IsToolId(int id) {
-    return id >= kFirstToolId && id <= kLastToolId;
+    return Find(id) != nullptr;
 }
 
 std::string Label(int id) {

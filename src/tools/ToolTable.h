@@ -12,11 +12,10 @@ class QWidget;
 // are the string-table entries with the same ids.
 namespace tools {
 
-constexpr int kFirstToolId = 33000;
-constexpr int kLastToolId = 33032;
 constexpr int kSelectRectangle = 33000;
 constexpr int kStampTool = 33027;
 constexpr int kZoomToolGroupLabel = 33033;
+constexpr int kCloneStamp = 33034;
 constexpr int kToolOptionsLabel = 33040;
 constexpr int kPaletteButtons = 8;
 

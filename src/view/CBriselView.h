@@ -47,6 +47,9 @@ public:
     virtual void OnPenDown(const PenEvent&) {}
     virtual void OnPenMove(const PenEvent&) {}
     virtual void OnPenUp(const PenEvent&) {}
+    // The mouse moved with no button down (client point); tools may change
+    // the pointer's shape.
+    virtual void OnPointerHover(QPoint) {}
     // Arrow keys scroll one line; true when the key was used.
     virtual bool OnKeyDown(int key);
     // One tick of the outline timer and the rebuild of the selection outline

@@ -262,6 +262,8 @@ void CViewWindow::mouseMoveEvent(QMouseEvent* event) {
     // Tools hear about moves only while the pen is down, as with a real pen.
     if (event->buttons() & Qt::LeftButton) {
         m_view->OnPenMove(PenEvent{point, event->modifiers(), 1.0, false});
+    } else if (event->buttons() == Qt::NoButton) {
+        m_view->OnPointerHover(point);
     }
 }
 

@@ -26,6 +26,9 @@ public:
     virtual int PenSize() const { return 8; }
     virtual int PenShape() const { return kShapeOval; }
     virtual int CurrentColorSlot() const { return 0; }
+    // A passing message of the current tool in the status bar (what a drag
+    // is doing); an empty text takes it away.
+    virtual void ShowToolStatus(const std::string&) {}
     // The program's one brush engine; every painting tool points it at its
     // target afresh at pen-down.
     virtual BrushEngine& Brush() {

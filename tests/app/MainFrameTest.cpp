@@ -210,7 +210,8 @@ TEST_F(MainFrameTest, PaletteSwitchesToolsAndOpensGroupsOnASecondPress) {
     QTest::mouseClick(palette->ToolButton(2), Qt::LeftButton);
     QMenu* list = palette->OpenGroupList();
     ASSERT_NE(list, nullptr);
-    EXPECT_EQ(list->actions().size(), 16);
+    ASSERT_EQ(list->actions().size(), 17);
+    EXPECT_EQ(list->actions().last()->text(), QStringLiteral("Clone Stamp"));
     list->actions().at(1)->trigger(); // "Eraser"
     EXPECT_EQ(frame->ToolId(), 33010);
     EXPECT_EQ(palette->RememberedTool(2), 33010);

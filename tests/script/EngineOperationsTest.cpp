@@ -165,3 +165,30 @@ TEST_F(EngineOperationsTest, EraseSimilarErasesOnlyColoursNearTheForeground) {
     EXPECT_EQ(doc.GetPicture()->GetPixel(6, 5), 0xFFFFFFu) << "white is far from the foreground";
     EXPECT_EQ(undo.Kind(), 1);
 }
+
+TEST_F(EngineOperationsTest, CloneCopiesInsideTheFloatingSelectionAsOneUndoStep) {
+    doc.SetPicture(DuplicateImage(original.get()));
+    EXPECT_TRUE(Rejects("clone=1,1")) << "a source alone is no stroke";
+    ASSERT_EQ(Run("select-rect=2,2,13,7"), 1);
+    const auto floatingBefore = DuplicateImage(doc.GetFloatImage());
+    const auto pictureBefore = DuplicateImage(doc.GetPicture());
+    options.penSize = 1;
+    // Picture points: the pen from (8,3) to (10,3) copies (3,3)..(5,3); the
+    // floating pixels start at (2,2).
+    ASSERT_EQ(Run("clone=3,3;8,3;10,3"), 1);
+    for (int x = 6; x <= 8; ++x) {
+        EXPECT_EQ(doc.GetFloatImage()->GetPixel(x, 1), original->GetPixel(x - 5 + 2, 3)) << x;
+    }
+    EXPECT_EQ(doc.GetFloatImage()->GetPixel(9, 1), floatingBefore->GetPixel(9, 1));
+    EXPECT_TRUE(SamePixels(*doc.GetPicture(), *pictureBefore)) << "the picture under it stays";
+
+    const auto afterFirst = DuplicateImage(doc.GetFloatImage());
+    // Sources left of the floating pixels leave their cells alone.
+    ASSERT_EQ(Run("clone=0,4;4,4;5,4"), 1);
+    EXPECT_TRUE(SamePixels(*doc.GetFloatImage(), *afterFirst));
+    EXPECT_EQ(Run("clone=3,3;15,9"), 0) << "a stroke starting outside the floating pixels";
+
+    ASSERT_TRUE(undo.Undo(doc));
+    ASSERT_TRUE(undo.Undo(doc));
+    EXPECT_TRUE(SamePixels(*doc.GetFloatImage(), *floatingBefore)) << "each stroke is one step";
+}

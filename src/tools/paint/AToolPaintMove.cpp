@@ -1,6 +1,8 @@
 #include "tools/paint/AToolPaintMove.h"
 
+#include "image/CBriselDoc.h"
 #include "tools/paint/AToolPaintCursor.h"
+#include "tools/select/FloatingHandles.h"
 #include "view/CViewWindow.h"
 
 bool AToolPaintMove::Inside(QPoint point) const {
@@ -10,7 +12,14 @@ bool AToolPaintMove::Inside(QPoint point) const {
 
 void AToolPaintMove::OnPenDown(const PenEvent& pen) {
     const QPoint point = ScreenToImage(pen.point);
-    if (m_dragging || Window() == nullptr || !Inside(point)) {
+    if (m_dragging || m_handleDrag.Active() || Window() == nullptr) {
+        return;
+    }
+    if (m_handleDrag.Begin(*this, pen.point)) {
+        StopOutlineTimer();
+        return;
+    }
+    if (!Inside(point)) {
         return;
     }
     m_dragging = true;
@@ -21,6 +30,10 @@ void AToolPaintMove::OnPenDown(const PenEvent& pen) {
 }
 
 void AToolPaintMove::OnPenMove(const PenEvent& pen) {
+    if (m_handleDrag.Active()) {
+        m_handleDrag.MoveAndShow(*this, pen);
+        return;
+    }
     const QPoint point = ScreenToImage(pen.point);
     if (!m_dragging || !Inside(point)) {
         return;
@@ -37,7 +50,13 @@ void AToolPaintMove::OnPenMove(const PenEvent& pen) {
     Window()->UpdateNow();
 }
 
-void AToolPaintMove::OnPenUp(const PenEvent&) {
+void AToolPaintMove::OnPenUp(const PenEvent& pen) {
+    if (m_handleDrag.Active()) {
+        m_handleDrag.MoveAndShow(*this, pen);
+        m_handleDrag.Finish(*this, true);
+        RestartOutlineIfSelected();
+        return;
+    }
     if (!m_dragging) {
         return;
     }
@@ -48,12 +67,52 @@ void AToolPaintMove::OnPenUp(const PenEvent&) {
     }
 }
 
+bool AToolPaintMove::OnKeyDown(int key) {
+    if (key == Qt::Key_Escape && m_handleDrag.Active()) {
+        m_handleDrag.Finish(*this, false);
+        RestartOutlineIfSelected();
+        return true;
+    }
+    const bool floating = Document() != nullptr && Document()->GetFloatMask() != nullptr;
+    if ((key == Qt::Key_Return || key == Qt::Key_Enter) && !m_dragging && floating) {
+        FloatingHandleDrag::PutDown(*this);
+        return true;
+    }
+    return CBriselView::OnKeyDown(key);
+}
+
+void AToolPaintMove::OnPointerHover(QPoint client) {
+    const int handle = FloatingHandleDrag::HandleAt(*this, client);
+    if (handle != m_hoverHandle) {
+        m_hoverHandle = handle;
+        paintcursor::Show(*this, handle < 0 ? Qt::OpenHandCursor : FloatingHandles::CursorOf(handle));
+    }
+}
+
+void AToolPaintMove::PaintOverlay(QPainter& painter) {
+    if (m_handleDrag.Active()) {
+        m_handleDrag.PaintPreview(*this, painter);
+        return;
+    }
+    AToolOutlineView::PaintOverlay(painter);
+    FloatingHandleDrag::PaintHandles(*this, painter);
+}
+
 void AToolPaintMove::ToolActivate() {
     paintcursor::Show(*this, Qt::OpenHandCursor);
+    if (Window() != nullptr) {
+        Window()->InvalidateAll();
+    }
 }
 
 void AToolPaintMove::ToolDeactivate() {
+    if (m_handleDrag.Active()) {
+        m_handleDrag.Finish(*this, false);
+    }
     AToolOutlineView::ToolDeactivate();
     OnPenUp(PenEvent{});
     paintcursor::Clear(*this);
+    if (Window() != nullptr) {
+        Window()->InvalidateAll();
+    }
 }

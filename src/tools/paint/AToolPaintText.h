@@ -22,6 +22,7 @@ public:
     int PlaceTextAt(const std::string& text, QPoint at);
 
 protected:
+    bool OffersHandles() const override { return false; }
     void FinishShape(const PenEvent& pen, QPoint image) override;
 
 private:

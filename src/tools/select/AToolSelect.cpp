@@ -15,6 +15,17 @@ void AToolSelect::ToolActivate() {
     m_spare1 = 0;
     m_spare2 = 0;
     m_dragMode = kIdle;
+    if (Window() != nullptr && OffersHandles()) {
+        Window()->InvalidateAll();
+    }
+}
+
+void AToolSelect::ToolDeactivate() {
+    AToolOutlineView::ToolDeactivate();
+    if (Window() != nullptr && OffersHandles()) {
+        Window()->InvalidateAll();
+        Window()->viewport()->unsetCursor();
+    }
 }
 
 CommandContext AToolSelect::Context() {
@@ -57,6 +68,11 @@ void AToolSelect::OnPenDown(const PenEvent& pen) {
     if (!AcceptsPress(image)) {
         return;
     }
+    if (OffersHandles() && !(pen.modifiers & Qt::ControlModifier) && m_handleDrag.Begin(*this, pen.point)) {
+        m_dragMode = kHandle;
+        StopOutlineTimer();
+        return;
+    }
     m_combineMode = (pen.modifiers & (Qt::ShiftModifier | Qt::ControlModifier)) ? 1 : 0;
     m_dragMode = ClassifyPress(image, pen.modifiers);
     if (m_dragMode == kMoveFloating) {
@@ -67,7 +83,9 @@ void AToolSelect::OnPenDown(const PenEvent& pen) {
 }
 
 void AToolSelect::OnPenMove(const PenEvent& pen) {
-    if (m_dragMode == kMoveFloating) {
+    if (m_dragMode == kHandle) {
+        m_handleDrag.MoveAndShow(*this, pen);
+    } else if (m_dragMode == kMoveFloating) {
         ContinueFloatingDrag(pen);
     } else if (m_dragMode >= kNew && m_dragMode <= kSubtract) {
         ContinueShape(pen, ScreenToImage(pen.point));
@@ -78,7 +96,11 @@ void AToolSelect::OnPenUp(const PenEvent& pen) {
     if (m_dragMode == kCancelled) {
         m_dragMode = kIdle;
     }
-    if (m_dragMode == kMoveFloating) {
+    if (m_dragMode == kHandle) {
+        m_handleDrag.MoveAndShow(*this, pen);
+        m_handleDrag.Finish(*this, true);
+        RestartOutlineIfSelected();
+    } else if (m_dragMode == kMoveFloating) {
         EndFloatingDrag();
     } else if (m_dragMode >= kNew && m_dragMode <= kSubtract) {
         FinishShape(pen, ScreenToImage(pen.point));
@@ -87,10 +109,19 @@ void AToolSelect::OnPenUp(const PenEvent& pen) {
 }
 
 bool AToolSelect::OnKeyDown(int key) {
+    if ((key == Qt::Key_Return || key == Qt::Key_Enter) && OffersHandles() && m_dragMode == kIdle &&
+        Document() != nullptr && Document()->GetFloatMask() != nullptr) {
+        FloatingHandleDrag::PutDown(*this);
+        return true;
+    }
     if (key != Qt::Key_Escape) {
         return CBriselView::OnKeyDown(key);
     }
-    if (m_dragMode == kMoveFloating) {
+    if (m_dragMode == kHandle) {
+        m_handleDrag.Finish(*this, false);
+        RestartOutlineIfSelected();
+        m_dragMode = kCancelled;
+    } else if (m_dragMode == kMoveFloating) {
         CancelFloatingDrag();
     } else if (m_dragMode >= kNew && m_dragMode <= kSubtract && CancelShape()) {
         m_dragMode = kCancelled;
@@ -209,8 +240,23 @@ void AToolSelect::PaintOverlay(QPainter& painter) {
     if (Document() == nullptr || Host() == nullptr) {
         return;
     }
+    if (m_dragMode == kHandle) {
+        m_handleDrag.PaintPreview(*this, painter);
+        return;
+    }
     if (m_dragMode == kMoveFloating) {
         PaintFloatingDrag(painter);
     }
     AToolOutlineView::PaintOverlay(painter);
+    if (OffersHandles() && m_dragMode != kMoveFloating) {
+        FloatingHandleDrag::PaintHandles(*this, painter);
+    }
+}
+
+// ---- the handles ------------------------------------------------------------------
+
+void AToolSelect::OnPointerHover(QPoint client) {
+    if (OffersHandles() && m_dragMode == kIdle) {
+        FloatingHandleDrag::ShowHoverCursor(*this, client, m_hoverHandle);
+    }
 }

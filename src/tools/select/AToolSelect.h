@@ -1,8 +1,9 @@
 #pragma once
 
 #include "image/CommandContext.h"
-#include "tools/AToolOutlineView.h"
 #include "selection/MagicWand.h"
+#include "tools/AToolOutlineView.h"
+#include "tools/select/FloatingHandleDrag.h"
 
 #include <QPoint>
 #include <QRect>
@@ -18,6 +19,11 @@
 //   otherwise, on a selected pixel of the floating selection -> kMoveFloating
 //   otherwise    -> kNew       (the shape replaces the selection)
 // Alt is left free for the tools' square and circle constraint.
+//
+// Handles: while a selection floats, its box shows eight size handles and a
+// rotation handle (FloatingHandles); a press on one (without Ctrl) is a
+// kHandle drag, handled here by FloatingHandleDrag: a live preview, then one
+// transform on release. Esc cancels the drag; Enter puts the selection down.
 //
 // kMoveFloating is handled here: the floating pixels follow the pen on screen
 // (no picture pixel changes while dragging) and on release the selection
@@ -37,15 +43,28 @@
 // the pen-up ignores.
 class AToolSelect : public AToolOutlineView {
 public:
-    enum DragMode { kIdle = 0, kNew = 1, kAdd = 2, kSubtract = 3, kMoveFloating = 4, kCancelled = 5 };
+    enum DragMode {
+        kIdle = 0,
+        kNew = 1,
+        kAdd = 2,
+        kSubtract = 3,
+        kMoveFloating = 4,
+        kCancelled = 5,
+        kHandle = 6
+    };
 
     void ToolActivate() override;
+    // The handles come and go with the tool.
+    void ToolDeactivate() override;
     void OnPenDown(const PenEvent& pen) override;
     void OnPenMove(const PenEvent& pen) override;
     void OnPenUp(const PenEvent& pen) override;
-    // Esc cancels a drag that can be taken back; other keys scroll.
+    // Esc cancels a drag that can be taken back, Enter puts a floating
+    // selection down; other keys scroll.
     bool OnKeyDown(int key) override;
+    void OnPointerHover(QPoint client) override;
     void PaintOverlay(QPainter& painter) override;
+    const FloatingHandleDrag& HandleDrag() const { return m_handleDrag; }
 
     int DragMode() const { return m_dragMode; }
     // The drag mode a press at `image` with `modifiers` gets.
@@ -59,6 +78,9 @@ protected:
     virtual void ContinueShape(const PenEvent&, QPoint) {}
     virtual void FinishShape(const PenEvent&, QPoint) {}
     virtual bool CancelShape() { return false; }
+    // Whether the floating selection's handles are offered (the selection
+    // tools; not the text tool, whose floating text is placed as it is).
+    virtual bool OffersHandles() const { return true; }
 
     void CancelDrag() { m_dragMode = kCancelled; }
     CommandContext Context();
@@ -87,5 +109,7 @@ private:
     void PaintFloatingDrag(QPainter& painter);
 
     int m_dragMode = kIdle;
+    FloatingHandleDrag m_handleDrag;
+    int m_hoverHandle = -1;
     QPoint m_shownOffset;
 };

@@ -7,6 +7,17 @@
 
 void AToolSelectMove::ToolActivate() {
     m_dragMode = kIdle;
+    if (Window() != nullptr) {
+        Window()->InvalidateAll();
+    }
+}
+
+void AToolSelectMove::ToolDeactivate() {
+    AToolOutlineView::ToolDeactivate();
+    if (Window() != nullptr) {
+        Window()->InvalidateAll();
+        Window()->viewport()->unsetCursor();
+    }
 }
 
 QPoint AToolSelectMove::DragOffset() const {
@@ -17,6 +28,11 @@ void AToolSelectMove::OnPenDown(const PenEvent& pen) {
     const CBriselDoc* doc = Document();
     const CDibImage* mask = doc ? doc->GetFloatMask() : nullptr;
     if (mask == nullptr || Host() == nullptr || m_dragMode != kIdle) {
+        return;
+    }
+    if (m_handleDrag.Begin(*this, pen.point)) {
+        m_dragMode = kHandle;
+        StopOutlineTimer();
         return;
     }
     const QPoint image = ScreenToImage(pen.point);
@@ -34,6 +50,10 @@ void AToolSelectMove::OnPenDown(const PenEvent& pen) {
 }
 
 void AToolSelectMove::OnPenMove(const PenEvent& pen) {
+    if (m_dragMode == kHandle) {
+        m_handleDrag.MoveAndShow(*this, pen);
+        return;
+    }
     if (m_dragMode != kMoving) {
         return;
     }
@@ -50,7 +70,14 @@ void AToolSelectMove::OnPenMove(const PenEvent& pen) {
     Window()->UpdateNow();
 }
 
-void AToolSelectMove::OnPenUp(const PenEvent&) {
+void AToolSelectMove::OnPenUp(const PenEvent& pen) {
+    if (m_dragMode == kHandle) {
+        m_handleDrag.MoveAndShow(*this, pen);
+        m_handleDrag.Finish(*this, true);
+        m_dragMode = kIdle;
+        RestartOutlineIfSelected();
+        return;
+    }
     if (m_dragMode != kMoving) {
         return;
     }
@@ -67,9 +94,37 @@ void AToolSelectMove::OnPenUp(const PenEvent&) {
     Window()->UpdateNow();
 }
 
+bool AToolSelectMove::OnKeyDown(int key) {
+    const bool floating = Document() != nullptr && Document()->GetFloatMask() != nullptr;
+    if ((key == Qt::Key_Return || key == Qt::Key_Enter) && m_dragMode == kIdle && floating) {
+        FloatingHandleDrag::PutDown(*this);
+        return true;
+    }
+    if (key == Qt::Key_Escape && m_dragMode == kHandle) {
+        m_handleDrag.Finish(*this, false);
+        // The pen-up that follows finds no drag.
+        m_dragMode = kIdle;
+        RestartOutlineIfSelected();
+        return true;
+    }
+    return CBriselView::OnKeyDown(key);
+}
+
+void AToolSelectMove::OnPointerHover(QPoint client) {
+    if (m_dragMode == kIdle) {
+        FloatingHandleDrag::ShowHoverCursor(*this, client, m_hoverHandle);
+    }
+}
+
 void AToolSelectMove::PaintOverlay(QPainter& painter) {
+    if (m_dragMode == kHandle) {
+        m_handleDrag.PaintPreview(*this, painter);
+        return;
+    }
     AToolOutlineView::PaintOverlay(painter);
     if (m_dragMode == kMoving) {
         m_dragOutline.Paint(painter);
+    } else {
+        FloatingHandleDrag::PaintHandles(*this, painter);
     }
 }

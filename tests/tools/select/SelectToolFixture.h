@@ -32,7 +32,9 @@ protected:
         void SetBackgroundColor(ColorWord) override {}
         bool PenPressureSimulation() const override { return false; }
         int CurrentToolId() const override { return 33000; }
+        void ShowToolStatus(const std::string& text) override { status = text; }
 
+        std::string status;
         CBriselDoc doc;
         CUndoHistory undo;
         CDisplayRenderer renderer;
