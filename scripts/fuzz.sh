@@ -5,7 +5,7 @@
 # inputs into byte arrays in tests/formats/ so they stay fixed. A single input
 # may run for up to two minutes: under the sanitizers a small run-length file
 # that declares the largest picture the load budget allows takes tens of
-# seconds (a tenth of that without them).
+# seconds (well under a second without them).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 SECONDS_EACH="${FUZZ_SECONDS:-20}"
