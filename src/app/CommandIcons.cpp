@@ -158,55 +158,55 @@ QIcon DrawTurnArrow(bool back, const QColor& color) {
     });
 }
 
-QIcon DrawBadge(const CommandIconSpec& spec) {
-    return Paint([&spec](QPainter& painter) {
-        painter.setPen(QPen(spec.color.darker(140), 1.2));
-        painter.setBrush(spec.color);
+QIcon DrawBadge(const CommandIconLook& look) {
+    return Paint([&look](QPainter& painter) {
+        painter.setPen(QPen(look.color.darker(140), 1.2));
+        painter.setBrush(look.color);
         painter.drawRoundedRect(QRectF(2, 2, 28, 28), 6, 6);
         QFont font = painter.font();
-        font.setPixelSize(spec.mark.size() > 2 ? 11 : 14);
+        font.setPixelSize(look.mark.size() > 2 ? 11 : 14);
         font.setBold(true);
         painter.setFont(font);
         painter.setPen(Qt::white);
-        painter.drawText(QRectF(2, 2, 28, 28), Qt::AlignCenter, spec.mark);
+        painter.drawText(QRectF(2, 2, 28, 28), Qt::AlignCenter, look.mark);
     });
 }
 
 // What is drawn when the theme has no icon: a picture for the commands that
 // have an obvious one, else the badge.
-QIcon Drawn(int id, const CommandIconSpec& spec) {
+QIcon Drawn(int id, const CommandIconLook& look) {
     switch (id) {
     case cmd::kUndo:
     case cmd::kRedo:
-        return DrawTurnArrow(id == cmd::kUndo, spec.color);
+        return DrawTurnArrow(id == cmd::kUndo, look.color);
     case cmd::kZoomIn:
         return ForTool(33028);
     case cmd::kZoomOut:
         return ForTool(33029);
     default:
-        return DrawBadge(spec);
+        return DrawBadge(look);
     }
 }
 
 } // namespace
 
-CommandIconSpec SpecForCommand(int id) {
-    CommandIconSpec spec;
+CommandIconLook LookOfCommand(int id) {
+    CommandIconLook look;
     const auto named = ThemeNames().find(id);
     if (named != ThemeNames().end()) {
-        spec.themeName = QString::fromUtf8(named->second);
+        look.themeName = QString::fromUtf8(named->second);
     }
     if (const CommandEntry* entry = FindCommand(id)) {
-        spec.mark = Marks().at(id);
-        spec.color = MenuColor(entry->menu);
+        look.mark = Marks().at(id);
+        look.color = MenuColor(entry->menu);
     }
-    return spec;
+    return look;
 }
 
 QIcon ForCommand(int id) {
-    const CommandIconSpec spec = SpecForCommand(id);
-    const QIcon drawn = Drawn(id, spec);
-    return spec.themeName.isEmpty() ? drawn : QIcon::fromTheme(spec.themeName, drawn);
+    const CommandIconLook look = LookOfCommand(id);
+    const QIcon drawn = Drawn(id, look);
+    return look.themeName.isEmpty() ? drawn : QIcon::fromTheme(look.themeName, drawn);
 }
 
 } // namespace icons

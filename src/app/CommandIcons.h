@@ -9,13 +9,13 @@
 // the colour of the command's menu with a short mark of its own.
 namespace icons {
 
-struct CommandIconSpec {
+struct CommandIconLook {
     QString themeName; // empty: no standard name
     QString mark;      // the drawn badge's text
     QColor color;      // the drawn badge's colour
 };
 
-CommandIconSpec SpecForCommand(int id);
+CommandIconLook LookOfCommand(int id);
 QIcon ForCommand(int id);
 
 } // namespace icons

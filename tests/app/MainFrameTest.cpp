@@ -136,10 +136,10 @@ TEST_F(MainFrameTest, EveryMenuCommandHasAnIconOfItsOwn) {
             continue;
         }
         EXPECT_FALSE(Router().Action(entry.id)->icon().isNull()) << entry.label;
-        const icons::CommandIconSpec spec = icons::SpecForCommand(entry.id);
-        EXPECT_TRUE(drawn.insert({spec.mark, spec.color.name()}).second) << entry.label << " " << spec.mark.toStdString();
-        if (!spec.themeName.isEmpty()) {
-            EXPECT_TRUE(themed.insert(spec.themeName).second) << entry.label;
+        const icons::CommandIconLook look = icons::LookOfCommand(entry.id);
+        EXPECT_TRUE(drawn.insert({look.mark, look.color.name()}).second) << entry.label << " " << look.mark.toStdString();
+        if (!look.themeName.isEmpty()) {
+            EXPECT_TRUE(themed.insert(look.themeName).second) << entry.label;
         }
     }
 }

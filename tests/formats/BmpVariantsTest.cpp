@@ -15,7 +15,7 @@ constexpr LoadLimitSize kLimits{1920, 2560};
 
 // A BMP file with every header field a test may want to set. Masks go into a
 // header of 52 bytes or more, else right after it.
-struct BmpSpec {
+struct BmpRecipe {
     std::uint32_t headerSize = 40;
     std::int32_t width = 0;
     std::int32_t height = 0;
@@ -28,50 +28,50 @@ struct BmpSpec {
     std::vector<std::uint8_t> pixels{};
 };
 
-std::vector<std::uint8_t> Build(const BmpSpec& spec) {
+std::vector<std::uint8_t> Build(const BmpRecipe& recipe) {
     std::vector<std::uint8_t> header;
-    if (spec.headerSize == 12) {
-        Put16(header, static_cast<std::uint32_t>(spec.width));
-        Put16(header, static_cast<std::uint32_t>(spec.height));
+    if (recipe.headerSize == 12) {
+        Put16(header, static_cast<std::uint32_t>(recipe.width));
+        Put16(header, static_cast<std::uint32_t>(recipe.height));
         Put16(header, 1);
-        Put16(header, spec.bits);
+        Put16(header, recipe.bits);
     } else {
-        Put32(header, static_cast<std::uint32_t>(spec.width));
-        Put32(header, static_cast<std::uint32_t>(spec.height));
+        Put32(header, static_cast<std::uint32_t>(recipe.width));
+        Put32(header, static_cast<std::uint32_t>(recipe.height));
         Put16(header, 1);
-        Put16(header, spec.bits);
-        for (std::uint32_t field : {spec.compression, 0u, 2835u, 2835u, spec.colorsUsed, 0u}) {
+        Put16(header, recipe.bits);
+        for (std::uint32_t field : {recipe.compression, 0u, 2835u, 2835u, recipe.colorsUsed, 0u}) {
             Put32(header, field);
         }
-        if (spec.headerSize >= 52) {
-            for (std::uint32_t mask : spec.masks) {
+        if (recipe.headerSize >= 52) {
+            for (std::uint32_t mask : recipe.masks) {
                 Put32(header, mask);
             }
         }
-        header.resize(spec.headerSize - 4, 0);
-        if (spec.headerSize < 52) {
-            for (std::uint32_t mask : spec.masks) {
+        header.resize(recipe.headerSize - 4, 0);
+        if (recipe.headerSize < 52) {
+            for (std::uint32_t mask : recipe.masks) {
                 Put32(header, mask);
             }
         }
     }
     std::vector<std::uint8_t> out = {'B', 'M'};
-    const auto offset = static_cast<std::uint32_t>(18 + header.size() + spec.table.size() + spec.gap.size());
-    Put32(out, static_cast<std::uint32_t>(offset + spec.pixels.size()));
+    const auto offset = static_cast<std::uint32_t>(18 + header.size() + recipe.table.size() + recipe.gap.size());
+    Put32(out, static_cast<std::uint32_t>(offset + recipe.pixels.size()));
     Put32(out, 0);
     Put32(out, offset);
-    Put32(out, spec.headerSize);
+    Put32(out, recipe.headerSize);
     const std::vector<std::uint8_t>& head = header;
-    for (const std::vector<std::uint8_t>* part : {&head, &spec.table, &spec.gap, &spec.pixels}) {
+    for (const std::vector<std::uint8_t>* part : {&head, &recipe.table, &recipe.gap, &recipe.pixels}) {
         out.insert(out.end(), part->begin(), part->end());
     }
     return out;
 }
 
-// Loads a spec through the whole loader; null on failure.
-std::unique_ptr<CDibImage> LoadSpec(const BmpSpec& spec, int* result = nullptr) {
+// Loads a recipe through the whole loader; null on failure.
+std::unique_ptr<CDibImage> LoadRecipe(const BmpRecipe& recipe, int* result = nullptr) {
     TempFolder dir;
-    WriteBytes(dir.Path("v.bmp"), Build(spec));
+    WriteBytes(dir.Path("v.bmp"), Build(recipe));
     std::unique_ptr<CDibImage> picture;
     const int r = LoadPicture(dir.Path("v.bmp"), kLimits, picture);
     if (result != nullptr) {
@@ -112,15 +112,15 @@ void ExpectTwoRows(const CDibImage* picture, const std::string& what) {
 
 TEST(BmpVariants, EveryHeaderSizeAndTopDownRowsGiveTheSamePicture) {
     for (std::uint32_t headerSize : {12u, 16u, 40u, 52u, 56u, 64u, 108u, 124u}) {
-        BmpSpec spec{.headerSize = headerSize, .width = 3, .height = 2, .pixels = Rows24(false)};
+        BmpRecipe recipe{.headerSize = headerSize, .width = 3, .height = 2, .pixels = Rows24(false)};
         if (headerSize >= 52) {
-            spec.masks = {0xFF0000, 0xFF00, 0xFF, 0};
+            recipe.masks = {0xFF0000, 0xFF00, 0xFF, 0};
         }
-        ExpectTwoRows(LoadSpec(spec).get(), "header " + std::to_string(headerSize));
+        ExpectTwoRows(LoadRecipe(recipe).get(), "header " + std::to_string(headerSize));
         if (headerSize != 12) {
-            spec.height = -2;
-            spec.pixels = Rows24(true);
-            ExpectTwoRows(LoadSpec(spec).get(), "top-down header " + std::to_string(headerSize));
+            recipe.height = -2;
+            recipe.pixels = Rows24(true);
+            ExpectTwoRows(LoadRecipe(recipe).get(), "top-down header " + std::to_string(headerSize));
         }
     }
 }
@@ -128,25 +128,25 @@ TEST(BmpVariants, EveryHeaderSizeAndTopDownRowsGiveTheSamePicture) {
 TEST(BmpVariants, ShortTablesTwoBitPalettesAndThePixelOffset) {
     const auto table = MakeTable({0xFF0000, 0x00FF00, 0x0000FF, 0xFFFFFF}, 4); // red, green, blue, white
     // 2 bits: indices 0 1 2 3 | 3 2 1 0 across 4 pixels, rows bottom first.
-    BmpSpec two{.width = 4, .height = 2, .bits = 2, .colorsUsed = 4, .table = table,
+    BmpRecipe two{.width = 4, .height = 2, .bits = 2, .colorsUsed = 4, .table = table,
                 .pixels = {0xE4, 0, 0, 0, 0x1B, 0, 0, 0}};
-    auto picture = LoadSpec(two);
+    auto picture = LoadRecipe(two);
     ASSERT_TRUE(picture);
     EXPECT_EQ(Row(*picture, 0), (std::vector<ColorWord>{0x0000FF, 0x00FF00, 0xFF0000, 0xFFFFFF}));
     EXPECT_EQ(Row(*picture, 1), (std::vector<ColorWord>{0xFFFFFF, 0xFF0000, 0x00FF00, 0x0000FF}));
 
     // 8 bits with a three-entry table, a gap (a profile, say) before the
     // pixels; an index beyond the table is black.
-    BmpSpec eight{.width = 4, .height = 1, .bits = 8, .colorsUsed = 3, .table = MakeTable({1, 2, 3}, 3),
+    BmpRecipe eight{.width = 4, .height = 1, .bits = 8, .colorsUsed = 3, .table = MakeTable({1, 2, 3}, 3),
                   .gap = std::vector<std::uint8_t>(37, 0xEE), .pixels = {2, 1, 0, 200}};
-    picture = LoadSpec(eight);
+    picture = LoadRecipe(eight);
     ASSERT_TRUE(picture);
     EXPECT_EQ(Row(*picture, 0), (std::vector<ColorWord>{0x030000, 0x020000, 0x010000, 0}));
     // A table with more entries than the depth needs: the offset still finds the pixels.
     eight.colorsUsed = 0;
     eight.table = MakeTable({1, 2, 3}, 300);
     eight.gap.clear();
-    picture = LoadSpec(eight);
+    picture = LoadRecipe(eight);
     ASSERT_TRUE(picture);
     EXPECT_EQ(picture->GetPixel(0, 0), 0x030000u);
 }
@@ -154,7 +154,7 @@ TEST(BmpVariants, ShortTablesTwoBitPalettesAndThePixelOffset) {
 // Pixels of one mask layout; each expected colour is 0x00BBGGRR.
 struct FieldCase {
     const char* name;
-    BmpSpec spec;
+    BmpRecipe recipe;
     std::vector<ColorWord> expected;
 };
 
@@ -182,7 +182,7 @@ TEST(BmpVariants, BitFieldsScaleEachChannelToEightBitsAndAlphaLiesOverWhite) {
          {0xFFFFFF}},
     };
     for (const FieldCase& c : cases) {
-        auto picture = LoadSpec(c.spec);
+        auto picture = LoadRecipe(c.recipe);
         ASSERT_TRUE(picture) << c.name;
         EXPECT_EQ(Row(*picture, 0), c.expected) << c.name;
     }
@@ -193,9 +193,9 @@ TEST(BmpVariants, BitFieldsScaleEachChannelToEightBitsAndAlphaLiesOverWhite) {
 TEST(BmpVariants, ReportsTransparencyOnlyWhenSomePixelIsNotOpaque) {
     TempFolder dir;
     const auto transparent = [&dir](std::vector<std::uint8_t> pixels, std::uint32_t alphaMask) {
-        BmpSpec spec{.width = 2, .height = 1, .bits = 32, .compression = 6,
+        BmpRecipe recipe{.width = 2, .height = 1, .bits = 32, .compression = 6,
                      .masks = {0xFF0000, 0xFF00, 0xFF, alphaMask}, .pixels = std::move(pixels)};
-        WriteBytes(dir.Path("a.bmp"), Build(spec));
+        WriteBytes(dir.Path("a.bmp"), Build(recipe));
         std::unique_ptr<CDibImage> picture;
         PictureFileInfo info;
         EXPECT_EQ(LoadPicture(dir.Path("a.bmp"), kLimits, picture, &info), kFileOk);
@@ -250,12 +250,12 @@ TEST(BmpVariants, WideRowsOfEveryLayoutMatchAPixelByPixelDecoding) {
     }
     std::uint32_t seed = 99;
     for (const Layout& layout : layouts) {
-        BmpSpec spec{.width = kWidth, .height = kHeight, .bits = layout.bits, .masks = layout.masks};
+        BmpRecipe recipe{.width = kWidth, .height = kHeight, .bits = layout.bits, .masks = layout.masks};
         if (layout.masks.empty()) {
-            spec.colorsUsed = layout.bits == 8 ? 200 : 16;
-            spec.table.assign(table.begin(), table.begin() + 4 * spec.colorsUsed);
+            recipe.colorsUsed = layout.bits == 8 ? 200 : 16;
+            recipe.table.assign(table.begin(), table.begin() + 4 * recipe.colorsUsed);
         } else {
-            spec.compression = layout.masks.size() == 4 ? 6 : 3;
+            recipe.compression = layout.masks.size() == 4 ? 6 : 3;
         }
         std::vector<std::vector<ColorWord>> expected(kHeight); // top row first
         for (int stored = 0; stored < kHeight; ++stored) {
@@ -265,7 +265,7 @@ TEST(BmpVariants, WideRowsOfEveryLayoutMatchAPixelByPixelDecoding) {
                 const std::uint32_t pixel = layout.bits == 4 ? seed >> 28 : seed >> (32 - layout.bits);
                 ColorWord color = 0;
                 if (layout.masks.empty()) {
-                    color = pixel < spec.colorsUsed ? palette[pixel] : 0;
+                    color = pixel < recipe.colorsUsed ? palette[pixel] : 0;
                     if (layout.bits == 4) {
                         row.resize(static_cast<std::size_t>(x / 2 + 1), 0);
                         row.back() |= static_cast<std::uint8_t>(x % 2 == 0 ? pixel << 4 : pixel);
@@ -287,9 +287,9 @@ TEST(BmpVariants, WideRowsOfEveryLayoutMatchAPixelByPixelDecoding) {
                 expected[static_cast<std::size_t>(kHeight - 1 - stored)].push_back(color);
             }
             row.resize((row.size() + 3) / 4 * 4, 0);
-            spec.pixels.insert(spec.pixels.end(), row.begin(), row.end());
+            recipe.pixels.insert(recipe.pixels.end(), row.begin(), row.end());
         }
-        auto picture = LoadSpec(spec);
+        auto picture = LoadRecipe(recipe);
         ASSERT_TRUE(picture) << layout.name;
         for (int y = 0; y < kHeight; ++y) {
             EXPECT_EQ(Row(*picture, y), expected[static_cast<std::size_t>(y)]) << layout.name << ", row " << y;
@@ -302,9 +302,9 @@ TEST(BmpVariants, RunLengthCodesWithRunsThatOverflowAreClipped) {
     // RLE8, 4 x 3, bottom row first: a run of 6 (clipped to 4), end of line;
     // absolute 2,3,1 (padded), end of line; delta right 1 and up 0, run 1 of 2
     // with 5 more pixels beyond the row, end of picture.
-    BmpSpec rle8{.width = 4, .height = 3, .bits = 8, .compression = 1, .colorsUsed = 4, .table = table,
+    BmpRecipe rle8{.width = 4, .height = 3, .bits = 8, .compression = 1, .colorsUsed = 4, .table = table,
                  .pixels = {6, 1, 0, 0, 0, 3, 2, 3, 1, 0, 0, 0, 0, 2, 1, 0, 6, 2, 0, 1}};
-    auto picture = LoadSpec(rle8);
+    auto picture = LoadRecipe(rle8);
     ASSERT_TRUE(picture);
     EXPECT_EQ(Row(*picture, 2), std::vector<ColorWord>(4, 0x0000FF));
     EXPECT_EQ(Row(*picture, 1), (std::vector<ColorWord>{0x00FF00, 0xFF0000, 0x0000FF, 0}));
@@ -313,9 +313,9 @@ TEST(BmpVariants, RunLengthCodesWithRunsThatOverflowAreClipped) {
     // RLE4, 5 x 2: a run of 2 (1 then 2); a delta up one row leaves the
     // bottom row's rest and the next row's start blank, then absolute 3,1,2
     // (two bytes plus padding), end of picture.
-    BmpSpec rle4{.width = 5, .height = 2, .bits = 4, .compression = 2, .colorsUsed = 4, .table = table,
+    BmpRecipe rle4{.width = 5, .height = 2, .bits = 4, .compression = 2, .colorsUsed = 4, .table = table,
                  .pixels = {2, 0x12, 0, 2, 0, 1, 0, 3, 0x31, 0x20, 0, 1}};
-    picture = LoadSpec(rle4);
+    picture = LoadRecipe(rle4);
     ASSERT_TRUE(picture);
     EXPECT_EQ(Row(*picture, 1), (std::vector<ColorWord>{0x0000FF, 0x00FF00, 0, 0, 0}));
     EXPECT_EQ(Row(*picture, 0), (std::vector<ColorWord>{0, 0, 0xFF0000, 0x0000FF, 0x00FF00}));
@@ -323,7 +323,7 @@ TEST(BmpVariants, RunLengthCodesWithRunsThatOverflowAreClipped) {
     // Data that stops before the picture is complete fails.
     rle8.pixels = {6, 1, 0, 0, 2};
     int result = 99;
-    EXPECT_FALSE(LoadSpec(rle8, &result));
+    EXPECT_FALSE(LoadRecipe(rle8, &result));
     EXPECT_EQ(result, kFileFailed);
 }
 
@@ -378,9 +378,9 @@ TEST(BmpVariants, LongRunLengthRowsKeepUnreachedPixelsAtIndexZero) {
         codes.insert(codes.end(), {0, 0});
     }
     codes.insert(codes.end(), {0, 1});
-    BmpSpec spec{.width = kWidth, .height = kHeight, .bits = 8, .compression = 1, .colorsUsed = 256,
+    BmpRecipe recipe{.width = kWidth, .height = kHeight, .bits = 8, .compression = 1, .colorsUsed = 256,
                  .table = table, .pixels = codes};
-    auto picture = LoadSpec(spec);
+    auto picture = LoadRecipe(recipe);
     ASSERT_TRUE(picture);
     for (int y = 0; y < kHeight; ++y) {
         std::vector<ColorWord> expected;
@@ -393,7 +393,7 @@ TEST(BmpVariants, LongRunLengthRowsKeepUnreachedPixelsAtIndexZero) {
 
 TEST(BmpVariants, FilesThisReaderCannotDecodeFailCleanly) {
     const std::vector<std::uint8_t> row(12, 0x40);
-    const std::vector<std::pair<const char*, BmpSpec>> cases = {
+    const std::vector<std::pair<const char*, BmpRecipe>> cases = {
         {"embedded JPEG", {.width = 4, .height = 1, .bits = 24, .compression = 4, .pixels = {0xFF, 0xD8, 0xFF}}},
         {"embedded PNG", {.width = 4, .height = 1, .bits = 24, .compression = 5, .pixels = {0x89, 'P', 'N'}}},
         {"OS/2 Huffman", {.headerSize = 64, .width = 8, .height = 1, .bits = 1, .compression = 3, .pixels = row}},
@@ -407,9 +407,9 @@ TEST(BmpVariants, FilesThisReaderCannotDecodeFailCleanly) {
         // A few bytes of RLE declaring gigapixels of nothing.
         {"RLE bomb", {.width = 200000, .height = 30000, .bits = 8, .compression = 1, .pixels = {0, 1}}},
     };
-    for (const auto& [name, spec] : cases) {
+    for (const auto& [name, recipe] : cases) {
         int result = 99;
-        EXPECT_FALSE(LoadSpec(spec, &result)) << name;
+        EXPECT_FALSE(LoadRecipe(recipe, &result)) << name;
         EXPECT_EQ(result, kFileFailed) << name;
     }
     // An offset beyond the file.
