@@ -12,17 +12,8 @@ struct Point {
     int y;
 };
 
-// Uneven colours, so that any misplaced copy shows.
 std::unique_ptr<CDibImage> MakeTexture(int width, int height) {
-    auto image = MakeImage(width, height);
-    unsigned state = 777;
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
-            state = state * 1103515245u + 12345u;
-            image->SetPixel(x, y, (state >> 8) & 0xFFFFFF);
-        }
-    }
-    return image;
+    return MakeNoiseImage(width, height, 777u);
 }
 
 // The cells a pen stroke through the points covers: a dab, then segments.

@@ -27,6 +27,20 @@ inline std::unique_ptr<CDibImage> MakeGradientImage(int width, int height) {
     return image;
 }
 
+// A picture of uneven colours from a fixed pseudo-random sequence: a blur
+// changes it, and a misplaced copy shows.
+inline std::unique_ptr<CDibImage> MakeNoiseImage(int width, int height, unsigned seed) {
+    auto image = MakeImage(width, height);
+    unsigned state = seed;
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            state = state * 1103515245u + 12345u;
+            image->SetPixel(x, y, (state >> 8) & 0xFFFFFF);
+        }
+    }
+    return image;
+}
+
 inline bool SamePixels(const CDibImage& a, const CDibImage& b) {
     if (a.Width() != b.Width() || a.Height() != b.Height() || a.BitsPerPixel() != b.BitsPerPixel()) {
         return false;

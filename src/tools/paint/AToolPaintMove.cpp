@@ -73,9 +73,7 @@ bool AToolPaintMove::OnKeyDown(int key) {
         RestartOutlineIfSelected();
         return true;
     }
-    const bool floating = Document() != nullptr && Document()->GetFloatMask() != nullptr;
-    if ((key == Qt::Key_Return || key == Qt::Key_Enter) && !m_dragging && floating) {
-        FloatingHandleDrag::PutDown(*this);
+    if (!m_dragging && FloatingHandleDrag::PutDownOnEnter(*this, key)) {
         return true;
     }
     return CBriselView::OnKeyDown(key);

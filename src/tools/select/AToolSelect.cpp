@@ -109,9 +109,7 @@ void AToolSelect::OnPenUp(const PenEvent& pen) {
 }
 
 bool AToolSelect::OnKeyDown(int key) {
-    if ((key == Qt::Key_Return || key == Qt::Key_Enter) && OffersHandles() && m_dragMode == kIdle &&
-        Document() != nullptr && Document()->GetFloatMask() != nullptr) {
-        FloatingHandleDrag::PutDown(*this);
+    if (OffersHandles() && m_dragMode == kIdle && FloatingHandleDrag::PutDownOnEnter(*this, key)) {
         return true;
     }
     if (key != Qt::Key_Escape) {

@@ -95,9 +95,7 @@ void AToolSelectMove::OnPenUp(const PenEvent& pen) {
 }
 
 bool AToolSelectMove::OnKeyDown(int key) {
-    const bool floating = Document() != nullptr && Document()->GetFloatMask() != nullptr;
-    if ((key == Qt::Key_Return || key == Qt::Key_Enter) && m_dragMode == kIdle && floating) {
-        FloatingHandleDrag::PutDown(*this);
+    if (m_dragMode == kIdle && FloatingHandleDrag::PutDownOnEnter(*this, key)) {
         return true;
     }
     if (key == Qt::Key_Escape && m_dragMode == kHandle) {

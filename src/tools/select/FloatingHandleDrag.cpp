@@ -198,6 +198,15 @@ void FloatingHandleDrag::Finish(CBriselView& view, bool apply) {
     }
 }
 
+bool FloatingHandleDrag::PutDownOnEnter(CBriselView& view, int key) {
+    const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
+    if (!enter || view.Document() == nullptr || view.Document()->GetFloatMask() == nullptr) {
+        return false;
+    }
+    PutDown(view);
+    return true;
+}
+
 void FloatingHandleDrag::PutDown(CBriselView& view) {
     view.StopOutlineTimer();
     CommandContext context = view.Host()->EditingContext();

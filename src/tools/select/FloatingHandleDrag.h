@@ -52,10 +52,13 @@ public:
     // pointer's shape over a handle (`shown` remembers the last one).
     void MoveAndShow(CBriselView& view, const PenEvent& pen);
     void Finish(CBriselView& view, bool apply);
-    static void PutDown(CBriselView& view);
+    // Enter or Return while a selection floats puts it down; true when the
+    // key was one of them and a selection was put down.
+    static bool PutDownOnEnter(CBriselView& view, int key);
     static void ShowHoverCursor(CBriselView& view, QPoint client, int& shown);
 
 private:
+    static void PutDown(CBriselView& view);
     void TakePreviewCopy(const CBriselView& view);
 
     int m_handle = -1;

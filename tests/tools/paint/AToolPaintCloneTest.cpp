@@ -13,15 +13,7 @@
 namespace {
 
 std::unique_ptr<CDibImage> MakeTexture(int width, int height) {
-    auto image = MakeImage(width, height);
-    unsigned state = 4242;
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
-            state = state * 1103515245u + 12345u;
-            image->SetPixel(x, y, (state >> 8) & 0xFFFFFF);
-        }
-    }
-    return image;
+    return MakeNoiseImage(width, height, 4242u);
 }
 
 class CloneToolTest : public ToolWindowTest {

@@ -16,18 +16,8 @@ namespace {
 
 constexpr ColorWord kInk = MakeColorWord(200, 30, 60);
 
-// A picture of uneven colours (a smooth ramp would come out of a blur as it
-// went in).
 std::unique_ptr<CDibImage> MakeTexture(int width, int height) {
-    auto image = MakeImage(width, height);
-    unsigned state = 12345;
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
-            state = state * 1103515245u + 12345u;
-            image->SetPixel(x, y, (state >> 8) & 0xFFFFFF);
-        }
-    }
-    return image;
+    return MakeNoiseImage(width, height, 12345u);
 }
 
 class TouchUpToolTest : public ToolWindowTest {
