@@ -47,7 +47,8 @@ int LoadBmpPicture(const std::string& path, const LoadLimitSize& limits, CDibIma
     }
     if (reader.IsRunLength() && !decode_budget::IsPlausible(static_cast<std::uint64_t>(format.width),
                                                             static_cast<std::uint64_t>(format.height),
-                                                            reader.FileSize())) {
+                                                            reader.FileSize(),
+                                                            decode_budget::kRunLengthDensity)) {
         return kFileFailed;
     }
     fileWidth = format.width;
@@ -59,7 +60,7 @@ int LoadBmpPicture(const std::string& path, const LoadLimitSize& limits, CDibIma
         return kFileOutOfMemory;
     }
     const int result = StreamingScaler::Run(
-        format.width, format.height, picture, [&reader](std::uint8_t* row) { return reader.ReadRow(row) != 0; },
+        format.width, format.height, picture, [&reader](std::uint8_t* row) { return reader.ReadRow(row); },
         format.topDown);
     if (transparent != nullptr) {
         *transparent = reader.SawTransparency();

@@ -11,13 +11,17 @@ class BufferedInput;
 // absolute runs, end of line, end of picture and delta moves; pixels a run
 // puts beyond the row's end and rows beyond the picture's top are dropped,
 // and pixels no code reaches keep index 0. Data that ends before the last
-// row is an error.
+// row is an error. Rows no code reaches at all (those a delta passes over,
+// and every row after the end of the picture) come out as one blank run, so
+// that their number costs nothing however large the picture declares itself.
 class BmpRleDecoder {
 public:
     // False when the row buffer cannot be had.
     bool Start(BufferedInput& input, int width, int height, bool fourBits);
-    // The next stored row into `indices` (width bytes); false on cut-short data.
-    bool NextRow(std::uint8_t* indices);
+    // The next stored row into `indices` (width bytes). Returns how many
+    // stored rows, from this one on, hold exactly these indices: more than
+    // one only for a blank run. 0 on cut-short data.
+    int NextRows(std::uint8_t* indices);
 
 private:
     bool DecodeUntilRowEnds();

@@ -52,11 +52,11 @@ bool CBmpReader::PrepareRows() {
 
 int CBmpReader::ReadRow(std::uint8_t* dst) {
     if (IsRunLength()) {
-        if (!m_rle.NextRow(m_row.data())) {
-            return 0;
+        const int run = m_rle.NextRows(m_row.data());
+        if (run > 0) {
+            m_decoder.ExpandIndices(m_row.data(), dst);
         }
-        m_decoder.ExpandIndices(m_row.data(), dst);
-        return 1;
+        return run;
     }
     const std::uint64_t rest = m_input.Size() - m_input.Position();
     const std::size_t bytes = static_cast<std::size_t>(rest < m_rowSize ? rest : m_rowSize);

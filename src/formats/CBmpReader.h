@@ -26,8 +26,9 @@ public:
     bool OutOfMemory() const { return m_outOfMemory; }
     // Some row read so far had transparent or translucent pixels.
     bool SawTransparency() const { return m_decoder.SawTransparency(); }
-    // Reads the next stored row into `dst` (at least width x 3 bytes). 0 on
-    // a read error.
+    // Reads the next stored row into `dst` (at least width x 3 bytes) and
+    // returns how many stored rows from it on are the same (more than one for
+    // the blank runs of RLE files); 0 on a read error.
     int ReadRow(std::uint8_t* dst);
     bool IsRunLength() const { return m_format.coding == BmpFormat::Coding::kRle8 ||
                                       m_format.coding == BmpFormat::Coding::kRle4; }
