@@ -4,21 +4,12 @@
 #include "formats/ExifOrientation.h"
 #include "formats/InputFile.h"
 
-#include <jerror.h>
 #include <unistd.h>
 #include <utility>
 
 namespace {
 // Room for the decoder's own tables and row buffers beyond the pictures.
 constexpr std::uint64_t kSpareMemory = std::uint64_t{16} << 20;
-
-void RefuseTooManyScans(j_common_ptr common) {
-    const auto* info = reinterpret_cast<j_decompress_ptr>(common);
-    if (common->is_decompressor && info->input_scan_number > CJpegReader::kMostScans) {
-        common->err->msg_code = JERR_BAD_PROGRESSION;
-        common->err->error_exit(common);
-    }
-}
 } // namespace
 
 CJpegReader::~CJpegReader() {
@@ -61,6 +52,7 @@ int CJpegReader::StartDecoding(int maxWidth, int maxHeight, std::uint64_t fileBy
     jpeg_stdio_src(&m_info, m_file);
     jpeg_save_markers(&m_info, JPEG_APP0 + 1, 0xFFFF);
     jpeg_read_header(&m_info, TRUE);
+    m_work.Start(&m_info);
     if (!decode_budget::IsPlausible(m_info.image_width, m_info.image_height, fileBytes)) {
         return 0;
     }
@@ -76,13 +68,12 @@ int CJpegReader::StartDecoding(int maxWidth, int maxHeight, std::uint64_t fileBy
 }
 
 // Whole-picture buffers of progressive and multi-scan files may take what
-// four pictures of the box take; the scan count is watched while they come in.
+// four pictures of the box take; the work of their scans is metered.
 void CJpegReader::Limit(int maxWidth, int maxHeight) {
     const std::uint64_t picture =
         static_cast<std::uint64_t>(maxWidth) * static_cast<std::uint64_t>(maxHeight) * 3;
     m_info.mem->max_memory_to_use = static_cast<long>(4 * picture + kSpareMemory);
-    m_progress.progress_monitor = RefuseTooManyScans;
-    m_info.progress = &m_progress;
+    m_work.Install(&m_info);
 }
 
 void CJpegReader::ReadOrientation() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "formats/JpegErrorHandler.h"
+#include "formats/JpegWorkMeter.h"
 #include "platform/HeapBlock.h"
 
 #include <cstdint>
@@ -16,13 +17,12 @@
 // result; the process never exits.
 //
 // Hostile files are refused before they cost much: one declaring far more
-// pixels than its bytes could describe, one with more than kMostScans scans,
-// and one whose decoder would need more memory than four pictures of the box
+// pixels than its bytes could describe, one whose scans would take more work
+// than a few passes over its picture or are too many (JpegWorkMeter), and one
+// whose decoder would need more memory than four pictures of the box
 // (libjpeg's max_memory_to_use).
 class CJpegReader {
 public:
-    static constexpr int kMostScans = 64;
-
     CJpegReader() = default;
     ~CJpegReader();
     CJpegReader(const CJpegReader&) = delete;
@@ -48,7 +48,7 @@ private:
 
     jpeg_decompress_struct m_info{};
     JpegErrorHandler m_error{};
-    jpeg_progress_mgr m_progress{};
+    JpegWorkMeter m_work{};
     std::FILE* m_file = nullptr;
     bool m_created = false;
     bool m_cmyk = false;

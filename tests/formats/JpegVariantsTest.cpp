@@ -266,6 +266,16 @@ TEST(JpegVariants, DecompressionBombsAreRefusedQuickly) {
     WriteBytes(dir.Path("scans.jpg"), Encode(smooth, 256, 256, {.space = JCS_GRAYSCALE, .components = 1,
                                                                 .script = &script}));
     EXPECT_EQ(LoadPicture(dir.Path("scans.jpg"), kLimits, picture), kFileFailed);
+
+    // Eleven scans, within the limit, but together they walk every
+    // coefficient of the picture ten times.
+    script = {{1, {0}, 0, 0, 0, 0}, {1, {0}, 1, 63, 0, 9}};
+    for (int bit = 9; bit > 0; --bit) {
+        script.push_back({1, {0}, 1, 63, bit, bit - 1});
+    }
+    WriteBytes(dir.Path("passes.jpg"), Encode(smooth, 256, 256, {.space = JCS_GRAYSCALE, .components = 1,
+                                                                 .script = &script}));
+    EXPECT_EQ(LoadPicture(dir.Path("passes.jpg"), kLimits, picture), kFileFailed);
 }
 
 } // namespace
