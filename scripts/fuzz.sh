@@ -3,9 +3,10 @@
 # FUZZ_SECONDS (default 20) from a small seed corpus of valid pictures. A crash
 # stops the run with the input saved under build/fuzz/crashes/; turn such
 # inputs into byte arrays in tests/formats/ so they stay fixed. A single input
-# may run for up to two minutes: under the sanitizers a small run-length file
-# that declares the largest picture the load budget allows takes tens of
-# seconds (well under a second without them).
+# may run for up to two minutes: under the sanitizers a run-length file of a
+# few tens of kilobytes that declares the largest picture the load budget
+# allows takes seconds to make that picture (a fraction of a second without
+# them).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 SECONDS_EACH="${FUZZ_SECONDS:-20}"
