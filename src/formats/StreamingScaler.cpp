@@ -27,13 +27,15 @@ struct VerticalSpread {
 
     // How many of the next `run` source rows (starting at `source`) go by up
     // to and including the one that completes an output row, and whether one
-    // does within the run.
+    // does within the run. Divides only when one does.
     std::int64_t StepsToOutput(std::int64_t source, std::int64_t run, bool& completes) const {
-        const std::int64_t needed = std::max<std::int64_t>(1, (sourceHeight - counter + height - 1) / height);
         const std::int64_t toLast = sourceHeight - source;
-        const std::int64_t steps = std::min({run, needed, toLast});
-        completes = steps == needed || steps == toLast;
-        return steps;
+        completes = counter + run * height >= sourceHeight || run >= toLast;
+        if (!completes) {
+            return run;
+        }
+        const std::int64_t needed = std::max<std::int64_t>(1, (sourceHeight - counter + height - 1) / height);
+        return std::min(needed, toLast);
     }
 };
 
