@@ -1,6 +1,7 @@
 #include "ops/RowResampler.h"
 
 #include <algorithm>
+#include <cstring>
 
 #if defined(__GNUC__) && defined(__x86_64__)
 #include "ops/VectorPixels.h"
@@ -53,6 +54,10 @@ void RowResampler::BuildPaddedTaps() {
 }
 
 void RowResampler::Resample(const std::uint8_t* source, std::uint8_t* target) const {
+    if (SourceWidth() == TargetWidth()) { // keeping the length copies the row
+        std::memcpy(target, source, 3 * static_cast<std::size_t>(TargetWidth()));
+        return;
+    }
     ResampleFrom(ResampleVectorised(source, target), source, target);
 }
 
