@@ -236,10 +236,16 @@ TEST(BmpVariants, WideRowsOfEveryLayoutMatchAPixelByPixelDecoding) {
         {"8-bit indices", 8, {}},
         {"4-bit indices", 4, {}},
         {"565", 16, {0xF800, 0x07E0, 0x001F}},
+        {"5-5-5 without green", 16, {0x7C00, 0, 0x001F}},
         {"4-4-4 with 4-bit alpha", 16, {0x0F00, 0x00F0, 0x000F, 0xF000}},
+        {"8-8-8", 32, {0xFF0000, 0xFF00, 0xFF}},
         {"8-8-8 with alpha", 32, {0xFF0000, 0xFF00, 0xFF, 0xFF000000}},
+        {"8-8-8 reversed, alpha in the low byte", 32, {0xFF00, 0xFF0000, 0xFF000000, 0xFF}},
+        {"10-10-10", 32, {0x3FF00000, 0x000FFC00, 0x000003FF}},
         {"10-10-10 with 2-bit alpha", 32, {0x3FF00000, 0x000FFC00, 0x000003FF, 0xC0000000}},
         {"14, 6 and 12 bits", 32, {0xFFFC0000, 0x0003F000, 0x00000FFF}},
+        {"11-11-10", 32, {0xFFE00000, 0x001FFC00, 0x000003FF}},
+        {"9, 1 and none", 32, {0x1FF, 0x200, 0}},
     };
     std::vector<ColorWord> palette;
     std::vector<std::uint8_t> table; // blue, green, red, 0
