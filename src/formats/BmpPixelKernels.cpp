@@ -112,27 +112,38 @@ TAMRICK_BYTE_PERMUTES void LookUpBytesPermutes(const std::uint8_t* in, std::uint
     LookUpBytesPortable(in + i, out + i, count - i, table);
 }
 
-// 64 pixels (three output registers) at a time. Byte j of output register r
-// is channel (64 r + j) mod 3 of pixel (64 r + j) / 3: blue and green come
-// from one two-register permute, red from a second, masked permute.
+// Byte j of output register r is channel (64 r + j) mod 3 of pixel
+// (64 r + j) / 3: blue and green come from one two-register permute, red from
+// a second, masked permute.
+struct InterleaveIndex {
+    alignas(64) std::uint8_t blueGreen[3][64] = {};
+    alignas(64) std::uint8_t red[3][64] = {};
+    __mmask64 redMask[3] = {};
+
+    constexpr InterleaveIndex() {
+        for (int r = 0; r < 3; ++r) {
+            for (int j = 0; j < 64; ++j) {
+                const int pixel = (64 * r + j) / 3;
+                const int channel = (64 * r + j) % 3;
+                blueGreen[r][j] = static_cast<std::uint8_t>(channel == 1 ? 64 + pixel : pixel);
+                red[r][j] = static_cast<std::uint8_t>(pixel);
+                if (channel == 2) {
+                    redMask[r] |= __mmask64{1} << j;
+                }
+            }
+        }
+    }
+};
+constexpr InterleaveIndex kInterleave;
+
+// 64 pixels (three output registers) at a time.
 TAMRICK_BYTE_PERMUTES void InterleavePermutes(const std::uint8_t* __restrict blue,
                                               const std::uint8_t* __restrict green,
                                               const std::uint8_t* __restrict red, std::uint8_t* __restrict out,
                                               int width) {
-    alignas(64) std::uint8_t blueGreen[3][64];
-    alignas(64) std::uint8_t redIndex[3][64];
-    __mmask64 redMask[3] = {};
-    for (int r = 0; r < 3; ++r) {
-        for (int j = 0; j < 64; ++j) {
-            const int pixel = (64 * r + j) / 3;
-            const int channel = (64 * r + j) % 3;
-            blueGreen[r][j] = static_cast<std::uint8_t>(channel == 1 ? 64 + pixel : pixel);
-            redIndex[r][j] = static_cast<std::uint8_t>(pixel);
-            if (channel == 2) {
-                redMask[r] |= __mmask64{1} << j;
-            }
-        }
-    }
+    const auto& blueGreen = kInterleave.blueGreen;
+    const auto& redIndex = kInterleave.red;
+    const auto& redMask = kInterleave.redMask;
     const __m512i blueGreenIndex[3] = {_mm512_load_si512(blueGreen[0]), _mm512_load_si512(blueGreen[1]),
                                        _mm512_load_si512(blueGreen[2])};
     const __m512i redIndexes[3] = {_mm512_load_si512(redIndex[0]), _mm512_load_si512(redIndex[1]),

@@ -105,6 +105,9 @@ void BmpRowDecoder::FieldPlane(const std::uint8_t* stored, int width, const Fiel
 // the rest.
 void BmpRowDecoder::ExpandFields(const std::uint8_t* stored, std::uint8_t* dst) {
     const int done = bmp_fused_kernels::Expand(m_fused, stored, dst, m_width, m_opaque);
+    if (done == m_width) {
+        return;
+    }
     const auto skipped = static_cast<std::size_t>(done);
     ExpandFieldPlanes(stored + skipped * static_cast<std::size_t>(m_bitCount / 8), dst + 3 * skipped,
                       m_width - done);
