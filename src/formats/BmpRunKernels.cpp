@@ -1,0 +1,78 @@
+#include "formats/BmpRunKernels.h"
+
+#if defined(__GNUC__) && defined(__x86_64__)
+#include <immintrin.h>
+#define TAMRICK_HAS_BYTE_COMPRESS 1
+#define TAMRICK_BYTE_COMPRESS __attribute__((target("avx512f,avx512bw,avx512vl,avx512vbmi,avx512vbmi2,popcnt")))
+#else
+#define TAMRICK_HAS_BYTE_COMPRESS 0
+#endif
+
+namespace bmp_run_kernels {
+
+namespace {
+
+#if TAMRICK_HAS_BYTE_COMPRESS
+bool HasByteCompress() {
+    static const bool has = __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
+                            __builtin_cpu_supports("avx512vl") && __builtin_cpu_supports("avx512vbmi") &&
+                            __builtin_cpu_supports("avx512vbmi2") && __builtin_cpu_supports("popcnt");
+    return has;
+}
+
+// Byte j takes the index of code j / 8.
+struct SpreadIndex {
+    alignas(64) std::uint8_t bytes[64] = {};
+    constexpr SpreadIndex() {
+        for (int j = 0; j < 64; ++j) {
+            bytes[j] = static_cast<std::uint8_t>(2 * (j / 8) + 1);
+        }
+    }
+};
+constexpr SpreadIndex kSpread;
+
+// Each group of eight codes: the eight indices are spread to eight bytes
+// each, and a compress keeps the first `count` bytes of each eight (the byte
+// (1 << count) - 1 of the mask).
+TAMRICK_BYTE_COMPRESS const std::uint8_t* Expand(const std::uint8_t* code, const std::uint8_t* last,
+                                                 std::uint8_t* row, int& x, int width) {
+    const __m128i counts = _mm_setr_epi8(0, 2, 4, 6, 8, 10, 12, 14, -1, -1, -1, -1, -1, -1, -1, -1);
+    const __m128i runBits = _mm_setr_epi8(0, 1, 3, 7, 15, 31, 63, 127, -1, 0, 0, 0, 0, 0, 0, 0);
+    const __m512i spreadIndex = _mm512_load_si512(kSpread.bytes);
+    const __m128i one = _mm_set1_epi8(1);
+    const __m128i seven = _mm_set1_epi8(7);
+    int at = x;
+    while (last - code >= 16 && at + 64 <= width) {
+        const __m128i codes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(code));
+        const __m128i count = _mm_shuffle_epi8(codes, counts);
+        // 1..8 each: count - 1 at most 7 (a 0 wraps to 255).
+        if ((_mm_cmple_epu8_mask(_mm_sub_epi8(count, one), seven) & 0xFF) != 0xFF) {
+            break;
+        }
+        const auto keep = static_cast<std::uint64_t>(_mm_cvtsi128_si64(_mm_shuffle_epi8(runBits, count)));
+        const __m512i indices = _mm512_maskz_permutexvar_epi8(~__mmask64{0}, spreadIndex,
+                                                              _mm512_zextsi128_si512(codes));
+        _mm512_storeu_si512(row + at, _mm512_maskz_compress_epi8(keep, indices));
+        at += static_cast<int>(_mm_popcnt_u64(keep));
+        code += 16;
+    }
+    x = at;
+    return code;
+}
+#endif
+
+} // namespace
+
+const std::uint8_t* ExpandShortRuns(const std::uint8_t* code, const std::uint8_t* last, std::uint8_t* row,
+                                    int& x, int width) {
+#if TAMRICK_HAS_BYTE_COMPRESS
+    if (HasByteCompress()) {
+        return Expand(code, last, row, x, width);
+    }
+#else
+    (void)last, (void)row, (void)x, (void)width;
+#endif
+    return code;
+}
+
+} // namespace bmp_run_kernels
