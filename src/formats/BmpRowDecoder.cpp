@@ -81,11 +81,8 @@ void BmpRowDecoder::UnpackIndices(const std::uint8_t* stored, std::uint8_t* indi
 }
 
 void BmpRowDecoder::ExpandIndices(const std::uint8_t* indices, std::uint8_t* dst) {
-    const auto count = static_cast<std::size_t>(m_width);
-    for (Plane plane : {kBlue, kGreen, kRed}) {
-        bmp_kernels::LookUpBytes(indices, PlaneData(plane), count, m_columns[plane].data());
-    }
-    bmp_kernels::Interleave(PlaneData(kBlue), PlaneData(kGreen), PlaneData(kRed), dst, m_width);
+    bmp_kernels::LookUpInterleaved(indices, dst, m_width, m_columns[kBlue].data(), m_columns[kGreen].data(),
+                                   m_columns[kRed].data());
 }
 
 void BmpRowDecoder::FieldPlane(const std::uint8_t* stored, int width, const Field& field, const Column& column,

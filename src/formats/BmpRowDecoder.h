@@ -16,12 +16,12 @@
 // white, as every other format's transparency is.
 //
 // Common bit-field layouts are decoded in one pass where the machine has the
-// vector instructions for it (`bmp_fused_kernels`). Otherwise rows are
-// decoded a channel plane at a time (`bmp_kernels`): indices are
-// looked up in the table's blue, green and red columns; a bit field is
-// extracted (channels wider than 8 bits scaled by arithmetic, narrower ones
-// through a 256-entry table) and laid over white; then the planes are
-// interleaved.
+// vector instructions for it (`bmp_fused_kernels`), and indices are looked
+// up in the table's blue, green and red columns straight into the row.
+// Other bit fields are decoded a channel plane at a time (`bmp_kernels`): a
+// field is extracted (channels wider than 8 bits scaled by arithmetic,
+// narrower ones through a 256-entry table) and laid over white; then the
+// planes are interleaved.
 class BmpRowDecoder {
 public:
     // `table` holds format.tableEntries entries of format.entryBytes bytes.
