@@ -33,12 +33,14 @@ constexpr std::uint32_t ScaleOf(std::uint32_t v, std::uint32_t most) {
 }
 
 // Found by search; checked for every value of every width below.
+// clang-format off
 constexpr WideScale kWideScales[kWidestChannel + 1] = {
     {true, 0, 0, 0, 0}, // an absent channel is 0
     {true, 15, 0, 510, 0},  {true, 14, 24, 340, 0}, {true, 13, 56, 292, 0}, {true, 12, 72, 272, 0},
     {true, 11, 90, 527, 1}, {true, 10, 131, 259, 0}, {true, 9, 128, 257, 0}, {true, 8, 0, 256, 0},
     {true, 7, 0, 256, 0},   {true, 5, 64, 1021, 1},  {},                     {true, 3, 64, 4081, 3},
 };
+// clang-format on
 
 constexpr bool WideScaleIsExact(const WideScale& s, int bits) {
     const std::uint32_t most = (1u << bits) - 1;
@@ -165,7 +167,8 @@ TAMRICK_BYTE_PERMUTES inline __m512i Load(const std::array<std::uint8_t, 64>& by
     return _mm512_load_si512(bytes.data());
 }
 
-TAMRICK_BYTE_PERMUTES int Bytes32(const Plan& plan, const std::uint8_t* stored, std::uint8_t* dst, int width) {
+TAMRICK_BYTE_PERMUTES int Bytes32(const Plan& plan, const std::uint8_t* stored, std::uint8_t* dst,
+                                  int width) {
     const __m512i index[3] = {Load(plan.index[0]), Load(plan.index[1]), Load(plan.index[2])};
     int x = 0;
     for (; x + 64 <= width; x += 64) {
@@ -186,8 +189,8 @@ TAMRICK_BYTE_PERMUTES int Bytes32(const Plan& plan, const std::uint8_t* stored, 
 // 65153 - (255 - v) * a at most 65153, n / 255 is (n + 1) * 257 >> 16.
 TAMRICK_BYTE_PERMUTES inline __m512i OverWhite(__m512i value, __m512i alpha) {
     const __m512i inverse = _mm512_xor_si512(value, _mm512_set1_epi16(255));
-    const __m512i n1 = _mm512_sub_epi16(_mm512_set1_epi16(static_cast<short>(65153)),
-                                        _mm512_mullo_epi16(inverse, alpha));
+    const __m512i n1 =
+        _mm512_sub_epi16(_mm512_set1_epi16(static_cast<short>(65153)), _mm512_mullo_epi16(inverse, alpha));
     return _mm512_mulhi_epu16(n1, _mm512_set1_epi16(257));
 }
 
@@ -218,7 +221,8 @@ TAMRICK_BYTE_PERMUTES int Bytes32OverWhite(const Plan& plan, const std::uint8_t*
             laid[t] = OverWhite(value, alpha);
         }
         for (int r = 0; r < 3; ++r) {
-            _mm512_storeu_si512(out + 64 * r, _mm512_permutex2var_epi8(laid[2 * r], index[6], laid[2 * r + 1]));
+            _mm512_storeu_si512(out + 64 * r,
+                                _mm512_permutex2var_epi8(laid[2 * r], index[6], laid[2 * r + 1]));
         }
     }
     alignas(64) std::uint8_t bytes[64];
@@ -229,7 +233,8 @@ TAMRICK_BYTE_PERMUTES int Bytes32OverWhite(const Plan& plan, const std::uint8_t*
     return x;
 }
 
-TAMRICK_BYTE_PERMUTES int Narrow16(const Plan& plan, const std::uint8_t* stored, std::uint8_t* dst, int width) {
+TAMRICK_BYTE_PERMUTES int Narrow16(const Plan& plan, const std::uint8_t* stored, std::uint8_t* dst,
+                                   int width) {
     const __m512i pickX = Load(plan.index[0]);
     const __m512i pickY = Load(plan.index[1]);
     const __m512i maskX = Load(plan.index[2]);
@@ -245,7 +250,8 @@ TAMRICK_BYTE_PERMUTES int Narrow16(const Plan& plan, const std::uint8_t* stored,
         __m512i blueGreen = _mm512_maskz_multishift_epi64_epi8(kAll, pickX, pixels);
         blueGreen = _mm512_ternarylogic_epi32(blueGreen, maskX, greenX, 0xEA); // (a & b) | c
         blueGreen = _mm512_permutex2var_epi8(blue, blueGreen, green);
-        const __m512i reds = _mm512_maskz_permutexvar_epi8(kAll, _mm512_maskz_multishift_epi64_epi8(kAll, pickY, pixels), red);
+        const __m512i reds =
+            _mm512_maskz_permutexvar_epi8(kAll, _mm512_maskz_multishift_epi64_epi8(kAll, pickY, pixels), red);
         std::uint8_t* out = dst + 3 * static_cast<std::size_t>(x);
         _mm512_storeu_si512(out, _mm512_permutex2var_epi8(blueGreen, first, reds));
         _mm512_mask_storeu_epi8(out + 64, kLow32, _mm512_permutex2var_epi8(blueGreen, second, reds));
@@ -280,7 +286,8 @@ TAMRICK_BYTE_PERMUTES int Wide32(const Plan& plan, const std::uint8_t* stored, s
     int x = 0;
     for (; x + 16 <= width; x += 16) {
         const __m512i pixels = _mm512_loadu_si512(stored + 4 * static_cast<std::size_t>(x));
-        const __m512i first = Scale(_mm512_maskz_multishift_epi64_epi8(kAll, pickBlueGreen, pixels), blueGreen);
+        const __m512i first =
+            Scale(_mm512_maskz_multishift_epi64_epi8(kAll, pickBlueGreen, pixels), blueGreen);
         const __m512i second = Scale(_mm512_maskz_multishift_epi64_epi8(kAll, pickRed, pixels), red);
         _mm512_mask_storeu_epi8(dst + 3 * static_cast<std::size_t>(x), row48,
                                 _mm512_permutex2var_epi8(first, order, second));

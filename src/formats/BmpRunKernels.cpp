@@ -5,7 +5,8 @@
 #if defined(__GNUC__) && defined(__x86_64__)
 #include <immintrin.h>
 #define TAMRICK_HAS_BYTE_COMPRESS 1
-#define TAMRICK_BYTE_COMPRESS __attribute__((target("avx512f,avx512bw,avx512vl,avx512vbmi,avx512vbmi2,popcnt")))
+#define TAMRICK_BYTE_COMPRESS                                                                                \
+    __attribute__((target("avx512f,avx512bw,avx512vl,avx512vbmi,avx512vbmi2,popcnt")))
 #else
 #define TAMRICK_HAS_BYTE_COMPRESS 0
 #endif
@@ -53,8 +54,8 @@ TAMRICK_BYTE_COMPRESS const std::uint8_t* Expand(const std::uint8_t* code, const
         const auto shortRuns =
             static_cast<unsigned>(_mm_cmple_epu8_mask(_mm_sub_epi8(count, one), seven) & 0xFF);
         auto keep = static_cast<std::uint64_t>(_mm_cvtsi128_si64(_mm_shuffle_epi8(runBits, count)));
-        const __m512i indices = _mm512_maskz_permutexvar_epi8(~__mmask64{0}, spreadIndex,
-                                                              _mm512_zextsi128_si512(codes));
+        const __m512i indices =
+            _mm512_maskz_permutexvar_epi8(~__mmask64{0}, spreadIndex, _mm512_zextsi128_si512(codes));
         if (shortRuns == 0xFF) {
             // The usual case, kept apart so that the next load does not wait
             // for this one's counts.
