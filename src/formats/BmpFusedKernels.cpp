@@ -63,6 +63,18 @@ constexpr bool EveryWideScaleIsExact() {
 }
 static_assert(EveryWideScaleIsExact());
 
+// Over white, n = v * a + 255 * (255 - a) + 127 lies in 127..65152, where
+// n / 255 is (n + 1) * 257 >> 16 (see OverWhite).
+constexpr bool QuotientBy255IsExact() {
+    for (std::uint32_t n = 127; n <= 65152; ++n) {
+        if (((n + 1) * 257) >> 16 != n / 255) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(QuotientBy255IsExact());
+
 bool IsWholeByte(const Field& field) {
     return field.bits == 8 && field.shift % 8 == 0;
 }
