@@ -31,6 +31,10 @@ void LookUpBytes(const std::uint8_t* in, std::uint8_t* out, std::size_t count, c
 // Each byte v of `plane` laid over white with the opacity a of the same
 // place in `alpha`: (v * a + 255 * (255 - a) + 127) / 255.
 void OverWhite(std::uint8_t* __restrict plane, const std::uint8_t* __restrict alpha, std::size_t count);
+// Colour-table indices straight into 3 bytes per pixel: out[3 i + c] is
+// column c (blue, green, red; 256 entries each) at in[i].
+void LookUpInterleaved(const std::uint8_t* __restrict in, std::uint8_t* __restrict out, int width,
+                       const std::uint8_t* blue, const std::uint8_t* green, const std::uint8_t* red);
 // Three planes into 3 bytes per pixel (blue, green, red).
 void Interleave(const std::uint8_t* __restrict blue, const std::uint8_t* __restrict green,
                 const std::uint8_t* __restrict red, std::uint8_t* __restrict out, int width);

@@ -1,5 +1,6 @@
 #include "formats/BmpRleDecoder.h"
 
+#include "formats/BmpRunKernels.h"
 #include "formats/BufferedInput.h"
 
 #include <algorithm>
@@ -117,10 +118,12 @@ bool BmpRleDecoder::Absolute(int count) {
 }
 
 // RLE8 encoded runs straight from the input's buffer, until an escape code or
-// the buffer's end (both left to the caller). Short runs, the common case in
-// noisy pictures, are one 8-byte store each: the row has room for it, the
-// bytes beyond one run are overwritten by the next, and those beyond the last
-// are cleared again (no code has reached them yet, so they hold index 0).
+// the buffer's end (both left to the caller). Groups of short runs, the
+// common case in noisy pictures, go to the vector expander (which leaves
+// zeros beyond its last run); the others are one 8-byte store each: the row
+// has room for it, the bytes beyond one run are overwritten by the next, and
+// those beyond the last are cleared again (no code has reached them yet, so
+// they hold index 0).
 void BmpRleDecoder::DecodeBufferedRuns() {
     std::size_t available = 0;
     const std::uint8_t* const start = m_input->Buffered(available);
@@ -130,15 +133,18 @@ void BmpRleDecoder::DecodeBufferedRuns() {
     const int width = m_width;
     int x = m_x;
     while (code != last && code[0] != 0) {
-        // Far from the row's end no run needs clipping.
-        const int count = x + 255 <= width ? code[0] : std::min<int>(code[0], width - x);
-        const std::uint64_t spread = code[1] * 0x0101010101010101ull;
-        std::memcpy(row + x, &spread, kStoreBytes);
-        if (count > kStoreBytes) {
-            std::memset(row + x, code[1], static_cast<std::size_t>(count));
+        code = bmp_run_kernels::ExpandShortRuns(code, last, row, x, width);
+        for (int n = 0; n < 8 && code != last && code[0] != 0; ++n) {
+            // Far from the row's end no run needs clipping.
+            const int count = x + 255 <= width ? code[0] : std::min<int>(code[0], width - x);
+            const std::uint64_t spread = code[1] * 0x0101010101010101ull;
+            std::memcpy(row + x, &spread, kStoreBytes);
+            if (count > kStoreBytes) {
+                std::memset(row + x, code[1], static_cast<std::size_t>(count));
+            }
+            x += count;
+            code += 2;
         }
-        x += count;
-        code += 2;
     }
     std::memset(row + x, 0, kStoreBytes);
     m_x = x;

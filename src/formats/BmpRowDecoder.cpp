@@ -19,6 +19,7 @@ bool BmpRowDecoder::Prepare(const BmpFormat& format, const std::uint8_t* table) 
         }
     }
     m_hasAlpha = false;
+    m_fused = {};
     if (format.bitCount == 16 || format.bitCount == 32) {
         // Masks are red, green, blue, alpha; planes blue, green, red, alpha.
         const int planeOfMask[4] = {kRed, kGreen, kBlue, kAlpha};
@@ -27,6 +28,10 @@ bool BmpRowDecoder::Prepare(const BmpFormat& format, const std::uint8_t* table) 
             m_fields[plane] = PrepareField(format.masks[m], m_columns[plane]);
         }
         m_hasAlpha = format.masks[3] != 0;
+        if (bmp_fused_kernels::Available()) {
+            m_fused = bmp_fused_kernels::PlanFor(format.bitCount, {format.masks[0], format.masks[1],
+                                                                   format.masks[2], format.masks[3]});
+        }
     }
     m_planes = platform::HeapBlock::AllocateForOverwrite(kPlanes * static_cast<std::size_t>(m_width));
     return static_cast<bool>(m_planes);
@@ -76,30 +81,39 @@ void BmpRowDecoder::UnpackIndices(const std::uint8_t* stored, std::uint8_t* indi
 }
 
 void BmpRowDecoder::ExpandIndices(const std::uint8_t* indices, std::uint8_t* dst) {
-    const auto count = static_cast<std::size_t>(m_width);
-    for (Plane plane : {kBlue, kGreen, kRed}) {
-        bmp_kernels::LookUpBytes(indices, PlaneData(plane), count, m_columns[plane].data());
-    }
-    bmp_kernels::Interleave(PlaneData(kBlue), PlaneData(kGreen), PlaneData(kRed), dst, m_width);
+    bmp_kernels::LookUpInterleaved(indices, dst, m_width, m_columns[kBlue].data(), m_columns[kGreen].data(),
+                                   m_columns[kRed].data());
 }
 
-void BmpRowDecoder::FieldPlane(const std::uint8_t* stored, const Field& field, const Column& column,
+void BmpRowDecoder::FieldPlane(const std::uint8_t* stored, int width, const Field& field, const Column& column,
                                Plane plane) {
     std::uint8_t* out = PlaneData(plane);
     if (m_bitCount == 16) {
-        (field.scaled ? bmp_kernels::ScaledPlane16 : bmp_kernels::RawPlane16)(stored, out, m_width, field.rule);
+        (field.scaled ? bmp_kernels::ScaledPlane16 : bmp_kernels::RawPlane16)(stored, out, width, field.rule);
     } else {
-        (field.scaled ? bmp_kernels::ScaledPlane32 : bmp_kernels::RawPlane32)(stored, out, m_width, field.rule);
+        (field.scaled ? bmp_kernels::ScaledPlane32 : bmp_kernels::RawPlane32)(stored, out, width, field.rule);
     }
     if (field.lookedUp) {
-        bmp_kernels::LookUpBytes(out, out, static_cast<std::size_t>(m_width), column.data());
+        bmp_kernels::LookUpBytes(out, out, static_cast<std::size_t>(width), column.data());
     }
 }
 
+// The fused decoder takes the row's leading blocks where it can, the planes
+// the rest.
 void BmpRowDecoder::ExpandFields(const std::uint8_t* stored, std::uint8_t* dst) {
-    const auto count = static_cast<std::size_t>(m_width);
+    const int done = bmp_fused_kernels::Expand(m_fused, stored, dst, m_width, m_opaque);
+    if (done == m_width) {
+        return;
+    }
+    const auto skipped = static_cast<std::size_t>(done);
+    ExpandFieldPlanes(stored + skipped * static_cast<std::size_t>(m_bitCount / 8), dst + 3 * skipped,
+                      m_width - done);
+}
+
+void BmpRowDecoder::ExpandFieldPlanes(const std::uint8_t* stored, std::uint8_t* dst, int width) {
+    const auto count = static_cast<std::size_t>(width);
     if (m_hasAlpha) {
-        FieldPlane(stored, m_fields[kAlpha], m_columns[kAlpha], kAlpha);
+        FieldPlane(stored, width, m_fields[kAlpha], m_columns[kAlpha], kAlpha);
         const std::uint8_t* alpha = PlaneData(kAlpha);
         std::uint8_t opaque = m_opaque;
         for (std::size_t i = 0; i < count; ++i) {
@@ -108,10 +122,10 @@ void BmpRowDecoder::ExpandFields(const std::uint8_t* stored, std::uint8_t* dst) 
         m_opaque = opaque;
     }
     for (Plane plane : {kBlue, kGreen, kRed}) {
-        FieldPlane(stored, m_fields[plane], m_columns[plane], plane);
+        FieldPlane(stored, width, m_fields[plane], m_columns[plane], plane);
         if (m_hasAlpha) {
             bmp_kernels::OverWhite(PlaneData(plane), PlaneData(kAlpha), count);
         }
     }
-    bmp_kernels::Interleave(PlaneData(kBlue), PlaneData(kGreen), PlaneData(kRed), dst, m_width);
+    bmp_kernels::Interleave(PlaneData(kBlue), PlaneData(kGreen), PlaneData(kRed), dst, width);
 }

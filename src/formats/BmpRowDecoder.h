@@ -1,5 +1,6 @@
 #pragma once
 
+#include "formats/BmpFusedKernels.h"
 #include "formats/BmpHeader.h"
 #include "formats/BmpPixelKernels.h"
 #include "platform/HeapBlock.h"
@@ -14,11 +15,13 @@
 // own width to 8 bits with rounding. Pixels with an alpha mask are laid over
 // white, as every other format's transparency is.
 //
-// Rows are decoded a channel plane at a time (`bmp_kernels`): indices are
-// looked up in the table's blue, green and red columns; a bit field is
-// extracted (channels wider than 8 bits scaled by arithmetic, narrower ones
-// through a 256-entry table) and laid over white; then the planes are
-// interleaved.
+// Common bit-field layouts are decoded in one pass where the machine has the
+// vector instructions for it (`bmp_fused_kernels`), and indices are looked
+// up in the table's blue, green and red columns straight into the row.
+// Other bit fields are decoded a channel plane at a time (`bmp_kernels`): a
+// field is extracted (channels wider than 8 bits scaled by arithmetic,
+// narrower ones through a 256-entry table) and laid over white; then the
+// planes are interleaved.
 class BmpRowDecoder {
 public:
     // `table` holds format.tableEntries entries of format.entryBytes bytes.
@@ -43,7 +46,8 @@ private:
     // How `mask` becomes a byte.
     static Field PrepareField(std::uint32_t mask, Column& column);
     void ExpandFields(const std::uint8_t* stored, std::uint8_t* dst);
-    void FieldPlane(const std::uint8_t* stored, const Field& field, const Column& column, Plane plane);
+    void ExpandFieldPlanes(const std::uint8_t* stored, std::uint8_t* dst, int width);
+    void FieldPlane(const std::uint8_t* stored, int width, const Field& field, const Column& column, Plane plane);
     void UnpackIndices(const std::uint8_t* stored, std::uint8_t* indices) const;
     std::uint8_t* PlaneData(Plane plane) const {
         return m_planes.data() + static_cast<std::size_t>(plane) * static_cast<std::size_t>(m_width);
@@ -55,5 +59,6 @@ private:
     std::uint8_t m_opaque = 0xFF; // the AND of every alpha decoded
     std::array<Column, 4> m_columns{}; // blue, green, red, alpha: the table's columns or channel scales
     std::array<Field, 4> m_fields{};
+    bmp_fused_kernels::Plan m_fused; // the common layouts in one pass, where the machine can
     platform::HeapBlock m_planes; // kPlanes rows of m_width bytes
 };

@@ -236,10 +236,16 @@ TEST(BmpVariants, WideRowsOfEveryLayoutMatchAPixelByPixelDecoding) {
         {"8-bit indices", 8, {}},
         {"4-bit indices", 4, {}},
         {"565", 16, {0xF800, 0x07E0, 0x001F}},
+        {"5-5-5 without green", 16, {0x7C00, 0, 0x001F}},
         {"4-4-4 with 4-bit alpha", 16, {0x0F00, 0x00F0, 0x000F, 0xF000}},
+        {"8-8-8", 32, {0xFF0000, 0xFF00, 0xFF}},
         {"8-8-8 with alpha", 32, {0xFF0000, 0xFF00, 0xFF, 0xFF000000}},
+        {"8-8-8 reversed, alpha in the low byte", 32, {0xFF00, 0xFF0000, 0xFF000000, 0xFF}},
+        {"10-10-10", 32, {0x3FF00000, 0x000FFC00, 0x000003FF}},
         {"10-10-10 with 2-bit alpha", 32, {0x3FF00000, 0x000FFC00, 0x000003FF, 0xC0000000}},
         {"14, 6 and 12 bits", 32, {0xFFFC0000, 0x0003F000, 0x00000FFF}},
+        {"11-11-10", 32, {0xFFE00000, 0x001FFC00, 0x000003FF}},
+        {"9, 1 and none", 32, {0x1FF, 0x200, 0}},
     };
     std::vector<ColorWord> palette;
     std::vector<std::uint8_t> table; // blue, green, red, 0
@@ -327,9 +333,10 @@ TEST(BmpVariants, RunLengthCodesWithRunsThatOverflowAreClipped) {
     EXPECT_EQ(result, kFileFailed);
 }
 
-// Long RLE8 rows of every code in random order: short and long runs, absolute
-// runs of odd and even length, moves right, runs past the row's end and rows
-// ended early; pixels no code reaches stay index 0 (table entry 0, black).
+// Long RLE8 rows of every code in random order: short (1 to 8) and long runs,
+// absolute runs of odd and even length, moves right, runs past the row's end
+// and rows ended early; pixels no code reaches stay index 0 (table entry 0,
+// black).
 TEST(BmpVariants, LongRunLengthRowsKeepUnreachedPixelsAtIndexZero) {
     constexpr int kWidth = 300;
     constexpr int kHeight = 6;
@@ -346,11 +353,12 @@ TEST(BmpVariants, LongRunLengthRowsKeepUnreachedPixelsAtIndexZero) {
         return static_cast<int>((seed >> 8) % static_cast<std::uint32_t>(below));
     };
     for (int y = 0; y < kHeight; ++y) {
-        const int stop = y == 2 ? 120 : kWidth + 40; // row 2 ends early
+        const int stop = y == 2 || y == 5 ? 120 : kWidth + 40; // rows 2 and 5 end early
         for (int x = 0; x < stop;) {
-            const int kind = next(10);
+            // Rows 3 to 5 are mostly short runs, as a noisy photograph's.
+            const int kind = y >= 3 && next(4) != 0 ? 0 : next(10);
             if (kind < 6) { // a run, mostly short
-                const int count = kind < 4 ? 1 + next(3) : 9 + next(60);
+                const int count = kind < 4 ? 1 + next(8) : 9 + next(60);
                 const int value = 1 + next(255);
                 codes.insert(codes.end(), {static_cast<std::uint8_t>(count), static_cast<std::uint8_t>(value)});
                 for (int i = x; i < x + count && i < kWidth; ++i) {
