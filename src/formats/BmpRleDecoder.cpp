@@ -23,27 +23,22 @@ bool BmpRleDecoder::Start(BufferedInput& input, int width, int height, bool four
     return static_cast<bool>(m_row);
 }
 
-int BmpRleDecoder::NextRows(std::uint8_t* indices) {
+int BmpRleDecoder::NextRows(const std::uint8_t*& indices) {
     if (m_rowsLeft <= 0) {
         return 0;
     }
-    const auto width = static_cast<std::size_t>(m_width);
+    std::memset(m_row.data(), 0, static_cast<std::size_t>(m_width));
+    indices = m_row.data();
     if (m_ended || m_blankRows > 0) {
         const int run = m_ended ? m_rowsLeft : std::min(m_blankRows, m_rowsLeft);
         m_rowsLeft -= run;
         m_blankRows -= m_ended ? 0 : run;
-        std::memset(indices, 0, width);
         return run;
     }
     --m_rowsLeft;
-    std::memset(m_row.data(), 0, width);
     m_x = m_nextX;
     m_nextX = 0;
-    if (!DecodeUntilRowEnds()) {
-        return 0;
-    }
-    std::memcpy(indices, m_row.data(), width);
-    return 1;
+    return DecodeUntilRowEnds() ? 1 : 0;
 }
 
 // Reads codes until the row is finished by end of line, end of picture or a

@@ -18,10 +18,11 @@ class BmpRleDecoder {
 public:
     // False when the row buffer cannot be had.
     bool Start(BufferedInput& input, int width, int height, bool fourBits);
-    // The next stored row into `indices` (width bytes). Returns how many
-    // stored rows, from this one on, hold exactly these indices: more than
-    // one only for a blank run. 0 on cut-short data.
-    int NextRows(std::uint8_t* indices);
+    // Decodes the next stored row and points `indices` at it (width bytes,
+    // valid until the next call). Returns how many stored rows, from this one
+    // on, hold exactly these indices: more than one only for a blank run. 0
+    // on cut-short data.
+    int NextRows(const std::uint8_t*& indices);
 
 private:
     bool DecodeUntilRowEnds();
@@ -37,10 +38,10 @@ private:
     BufferedInput* m_input = nullptr;
     platform::HeapBlock m_row;
     int m_width = 0;
-    int m_rowsLeft = 0;    // rows not yet handed out
-    int m_blankRows = 0;   // rows a delta or end of picture passes over
-    int m_nextX = 0;       // where the row after a delta starts
+    int m_rowsLeft = 0;  // rows not yet handed out
+    int m_blankRows = 0; // rows a delta or end of picture passes over
+    int m_nextX = 0;     // where the row after a delta starts
     int m_x = 0;
     bool m_fourBits = false;
-    bool m_ended = false;  // end of picture: every remaining row is blank
+    bool m_ended = false; // end of picture: every remaining row is blank
 };

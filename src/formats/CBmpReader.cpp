@@ -33,9 +33,8 @@ bool CBmpReader::PrepareRows() {
     const auto width = static_cast<std::uint64_t>(m_format.width);
     const auto height = static_cast<std::uint64_t>(m_format.height);
     if (IsRunLength()) {
-        m_row = platform::HeapBlock::Allocate(width);
-        m_outOfMemory = !m_row || !m_rle.Start(m_input, m_format.width, m_format.height,
-                                               m_format.coding == BmpFormat::Coding::kRle4);
+        m_outOfMemory = !m_rle.Start(m_input, m_format.width, m_format.height,
+                                     m_format.coding == BmpFormat::Coding::kRle4);
         return !m_outOfMemory;
     }
     m_rowSize = (width * static_cast<std::uint64_t>(m_format.bitCount) + 31) / 32 * 4;
@@ -52,9 +51,10 @@ bool CBmpReader::PrepareRows() {
 
 int CBmpReader::ReadRow(std::uint8_t* dst) {
     if (IsRunLength()) {
-        const int run = m_rle.NextRows(m_row.data());
+        const std::uint8_t* indices = nullptr;
+        const int run = m_rle.NextRows(indices);
         if (run > 0) {
-            m_decoder.ExpandIndices(m_row.data(), dst);
+            m_decoder.ExpandIndices(indices, dst);
         }
         return run;
     }
