@@ -199,9 +199,12 @@ __attribute__((target("avx2"))) inline __m256i BlendChannel(__m256i topLeft, __m
 }
 
 // GCC 12 takes the unset pass-through operand inside its AVX-512 conversion
-// and min/max intrinsics for an uninitialised value.
+// and min/max intrinsics for an uninitialised value (clang has no such
+// warning and would warn about the unknown name).
+#if !defined(__clang__)
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
+#endif
 // Whole sample coordinates and 8-bit weights along one axis of sixteen
 // pixels, from their table entries plus the row's shift.
 __attribute__((target("avx512f,avx512bw"))) inline void PositionsOfSixteen(const double* table, __m512d shift,
@@ -296,7 +299,9 @@ __attribute__((target("avx512f,avx512bw"))) int RotationSampler::SampleSixteen(d
     return x;
 }
 
+#if !defined(__clang__)
 #pragma GCC diagnostic pop
+#endif
 
 // Eight pixels per step while their source pixels can be read as 4-byte words
 // without passing the end of the picture; returns where it stopped.

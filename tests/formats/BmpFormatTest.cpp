@@ -56,7 +56,7 @@ TEST(BmpReader, ExpandsPalettedRowsThroughTheTable) {
     // Two rows, stored bottom first.
     std::vector<std::uint8_t> table8;
     for (const std::uint8_t grey : {0x11, 0x22, 0x33}) {
-        table8.insert(table8.end(), {grey, grey, grey});
+        table8.insert(table8.end(), 3, grey);
     }
     WriteBytes(dir.Path("core.bmp"), MakeBmpFile(12, 2, 2, 8, table8, {1, 2, 0, 0, 2, 0, 0, 0}));
     auto core = Load(dir.Path("core.bmp"));
