@@ -7,29 +7,24 @@
 //  - BM_Handles/Release/scale and /rotate against BM_Handles/Menu/rescale and
 //    /rotate: the transform a release runs (to 2400 x 1800, and 30 degrees)
 //    against the Image menu command it runs, on the same selection.
+#include "BenchApplication.h"
 #include "BenchPictures.h"
-#include "image/CBriselDoc.h"
-#include "image/CUndoHistory.h"
 #include "ops/ImageCommands.h"
-#include "platform/Settings.h"
 #include "selection/FloatingTransform.h"
 #include "selection/SelectionShapes.h"
+#include "support/TestViewHost.h"
 #include "tools/ToolSwitch.h"
 #include "tools/select/AToolSelectRect.h"
 #include "tools/select/FloatingHandleDrag.h"
 #include "tools/select/FloatingHandles.h"
-#include "view/CDisplayRenderer.h"
 #include "view/CViewWindow.h"
 #include "view/PenEvent.h"
-#include "view/ViewHost.h"
 
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
-#include <QTemporaryDir>
 
 #include <chrono>
-#include <cstdlib>
 #include <memory>
 
 namespace {
@@ -37,38 +32,8 @@ namespace {
 constexpr int kPictureWidth = 2400;
 constexpr int kPictureHeight = 1800;
 
-void EnsureWidgets() {
-    static int argc = 1;
-    static char name[] = "bench";
-    static char* argv[] = {name, nullptr};
-    if (QApplication::instance() != nullptr) {
-        return;
-    }
-    if (std::getenv("QT_QPA_PLATFORM") == nullptr) {
-        setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    }
-    static QApplication app(argc, argv);
-    static QTemporaryDir settings;
-    platform::Settings::UseFolder(settings.path().toStdString());
-}
-
-class BenchHost : public ViewHost {
-public:
-    CommandContext EditingContext() override { return {doc, undo}; }
-    CDisplayRenderer& Renderer() override { return renderer; }
-    void ShowZoomSuffix(const std::string&) override {}
-    void SetForegroundColor(ColorWord) override {}
-    void SetBackgroundColor(ColorWord) override {}
-    bool PenPressureSimulation() const override { return false; }
-    int CurrentToolId() const override { return 33000; }
-
-    CBriselDoc doc;
-    CUndoHistory undo;
-    CDisplayRenderer renderer;
-};
-
 // A document whose selection is an ellipse in 200..2199 x 150..1649, floating.
-void MakeFloating(BenchHost& host) {
+void MakeFloating(TestViewHost& host) {
     host.doc.SetPicture(NewPhoto(kPictureWidth, kPictureHeight));
     host.doc.SetMask(CreateMask(kPictureWidth, kPictureHeight, true));
     CommandContext context = host.EditingContext();
@@ -80,8 +45,8 @@ double Milliseconds(std::chrono::steady_clock::duration d) {
 }
 
 void PreviewFrame(benchmark::State& state, bool rotate) {
-    EnsureWidgets();
-    BenchHost host;
+    EnsureBenchApplication();
+    TestViewHost host;
     MakeFloating(host);
     CViewWindow view;
     view.resize(1280, 800);
@@ -120,9 +85,9 @@ void PreviewFrame(benchmark::State& state, bool rotate) {
 
 // `run` once per iteration on a fresh floating selection; only `run` is timed.
 template <class Run> void Transform(benchmark::State& state, Run run) {
-    EnsureWidgets();
+    EnsureBenchApplication();
     for (auto _ : state) {
-        BenchHost host;
+        TestViewHost host;
         MakeFloating(host);
         CommandContext context = host.EditingContext();
         const auto start = std::chrono::steady_clock::now();

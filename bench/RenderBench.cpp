@@ -16,26 +16,23 @@
 //  - BM_Screen/Preview*: a slider change of Brightness/Contrast or
 //    Hue/Saturation recomputes the whole picture (on all cores), then the view
 //    is repainted: "ms" is the wall time, "cpu_ms" that of all threads.
+#include "BenchApplication.h"
 #include "BenchPictures.h"
 #include "image/CBriselDoc.h"
 #include "image/CDibImage.h"
 #include "image/CUndoHistory.h"
 #include "ops/AdjustPreview.h"
 #include "paint/BrushEngine.h"
-#include "platform/Settings.h"
 #include "selection/SelectionOutline.h"
 #include "view/CDisplayRenderer.h"
 
 #include <benchmark/benchmark.h>
 
-#include <QApplication>
 #include <QImage>
 #include <QPainter>
 #include <QPolygon>
-#include <QTemporaryDir>
 
 #include <ctime>
-#include <cstdlib>
 #include <map>
 #include <memory>
 #include <string>
@@ -56,25 +53,6 @@ constexpr int kWidth = 4000;
 constexpr int kHeight = 3000;
 constexpr int kViewWidth = 1920;
 constexpr int kViewHeight = 1080;
-
-// QPainter and the settings store want an application object (one for
-// widgets, which the handles bench shows); the offscreen platform keeps the
-// bench runnable without a display.
-void EnsureApplication() {
-    static int argc = 1;
-    static char name[] = "bench";
-    static char* argv[] = {name, nullptr};
-    static QTemporaryDir* settings = nullptr;
-    if (QGuiApplication::instance() != nullptr) {
-        return;
-    }
-    if (std::getenv("QT_QPA_PLATFORM") == nullptr) {
-        setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    }
-    static QApplication app(argc, argv);
-    settings = new QTemporaryDir;
-    platform::Settings::UseFolder(settings->path().toStdString());
-}
 
 const CDibImage& Photo() {
     static const std::unique_ptr<CDibImage> photo = NewPhoto(kWidth, kHeight);
@@ -154,7 +132,7 @@ std::string ZoomName(int zoom) {
 }
 
 void RenderView(benchmark::State& state, int zoom, int mode, Overlay overlay, bool grid) {
-    EnsureApplication();
+    EnsureBenchApplication();
     CDisplayRenderer renderer;
     renderer.SetDisplayMode(mode);
     renderer.SetZoom(zoom);
@@ -210,7 +188,7 @@ void RegisterRender(int zoom, int mode, Overlay overlay, bool grid) {
 // One stroke of 100 segments across the picture at zoom 1; each segment saves
 // its pixels into the painting step, paints, and repaints its rectangle.
 void PenStroke(benchmark::State& state) {
-    EnsureApplication();
+    EnsureBenchApplication();
     CBriselDoc doc;
     doc.SetImage(CopyOfPhoto());
     CUndoHistory history;
@@ -254,7 +232,7 @@ void PenStroke(benchmark::State& state) {
 
 // Scrolling by one screen: the whole view is repainted at the new place.
 void ScrollOneScreen(benchmark::State& state, int zoom) {
-    EnsureApplication();
+    EnsureBenchApplication();
     CDisplayRenderer renderer;
     renderer.SetDisplayMode(CDisplayRenderer::kTrueColor);
     renderer.SetZoom(zoom);
@@ -279,7 +257,7 @@ void ScrollOneScreen(benchmark::State& state, int zoom) {
 // A slider change in an adjustment dialog: the preview recomputes the picture
 // from its source and the view (zoom 1, top-left) is repainted.
 void Preview(benchmark::State& state, int kind) {
-    EnsureApplication();
+    EnsureBenchApplication();
     CBriselDoc doc;
     doc.SetImage(CopyOfPhoto());
     CUndoHistory history;

@@ -1,11 +1,8 @@
-#include "image/CBriselDoc.h"
-#include "image/CUndoHistory.h"
 #include "support/ImageFixtures.h"
+#include "support/TestViewHost.h"
 #include "view/CBriselView.h"
-#include "view/CDisplayRenderer.h"
 #include "view/CViewWindow.h"
 #include "tools/ToolSwitch.h"
-#include "view/ViewHost.h"
 
 #include <QApplication>
 #include <QDragEnterEvent>
@@ -19,22 +16,6 @@
 #include <vector>
 
 namespace {
-
-class TestHost : public ViewHost {
-public:
-    CommandContext EditingContext() override { return {doc, undo}; }
-    CDisplayRenderer& Renderer() override { return renderer; }
-    void ShowZoomSuffix(const std::string& text) override { suffix = text; }
-    void SetForegroundColor(ColorWord) override {}
-    void SetBackgroundColor(ColorWord) override {}
-    bool PenPressureSimulation() const override { return false; }
-    int CurrentToolId() const override { return 33000; }
-
-    CBriselDoc doc;
-    CUndoHistory undo;
-    CDisplayRenderer renderer;
-    std::string suffix;
-};
 
 // A tool that writes down what happens to it.
 class RecordingTool : public CBriselView {
@@ -69,7 +50,7 @@ protected:
     }
     CBriselView& View() { return *view.View(); }
 
-    TestHost host;
+    TestViewHost host;
     CViewWindow view;
 };
 

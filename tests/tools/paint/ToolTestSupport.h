@@ -1,14 +1,11 @@
 #pragma once
 
-#include "image/CBriselDoc.h"
-#include "image/CUndoHistory.h"
 #include "image/DibHelpers.h"
 #include "support/ImageFixtures.h"
+#include "support/TestViewHost.h"
 #include "view/CBriselView.h"
-#include "view/CDisplayRenderer.h"
 #include "view/CViewWindow.h"
 #include "tools/ToolTable.h"
-#include "view/ViewHost.h"
 
 #include <QApplication>
 #include <QPointingDevice>
@@ -17,36 +14,18 @@
 #include <gtest/gtest.h>
 #include <memory>
 
-// The main window's part the tools talk to, with every setting in reach.
-class ToolTestHost : public ViewHost {
-public:
-    CommandContext EditingContext() override { return {doc, undo, foreground, background}; }
-    CDisplayRenderer& Renderer() override { return renderer; }
-    void ShowZoomSuffix(const std::string&) override {}
-    void SetForegroundColor(ColorWord color) override { foreground = color; }
-    void SetBackgroundColor(ColorWord color) override { background = color; }
-    bool PenPressureSimulation() const override { return pressure; }
-    int CurrentToolId() const override { return toolId; }
-    int PenSize() const override { return penSize; }
-    int PenShape() const override { return penShape; }
-    int CurrentColorSlot() const override { return colorSlot; }
-
-    CBriselDoc doc;
-    CUndoHistory undo;
-    CDisplayRenderer renderer;
-    ColorWord foreground = 0x000000FF; // red
-    ColorWord background = 0x00FFFFFF;
-    bool pressure = false;
-    int toolId = 33009;
-    int penSize = 3;
-    int penShape = 1;
-    int colorSlot = 0;
-};
-
 // A shown view window over a plain picture, with the tool of an id bound to
 // it. Points are picture pixels; they are turned into client points here.
 class ToolWindowTest : public ::testing::Test {
 protected:
+    // Red on white with a square pen of 3.
+    ToolWindowTest() {
+        host.foreground = 0x000000FF;
+        host.toolId = 33009;
+        host.penSize = 3;
+        host.penShape = kShapeRect;
+    }
+
     void Open(int width, int height, ColorWord color = 0x00FFFFFF, QSize window = QSize(240, 200)) {
         auto picture = MakeImage(width, height);
         for (int y = 0; y < height; ++y) {
@@ -112,6 +91,6 @@ protected:
         return count;
     }
 
-    ToolTestHost host;
+    TestViewHost host;
     CViewWindow view;
 };

@@ -1,13 +1,10 @@
 #pragma once
 
-#include "image/CBriselDoc.h"
-#include "image/CUndoHistory.h"
 #include "support/ImageFixtures.h"
+#include "support/TestViewHost.h"
 #include "view/CBriselView.h"
-#include "view/CDisplayRenderer.h"
 #include "view/CViewWindow.h"
 #include "tools/ToolSwitch.h"
-#include "view/ViewHost.h"
 
 #include <QApplication>
 #include <QMouseEvent>
@@ -23,23 +20,6 @@
 // sent at the top-left screen pixel of that image pixel.
 class SelectToolTest : public ::testing::Test {
 protected:
-    class Host : public ViewHost {
-    public:
-        CommandContext EditingContext() override { return {doc, undo}; }
-        CDisplayRenderer& Renderer() override { return renderer; }
-        void ShowZoomSuffix(const std::string&) override {}
-        void SetForegroundColor(ColorWord) override {}
-        void SetBackgroundColor(ColorWord) override {}
-        bool PenPressureSimulation() const override { return false; }
-        int CurrentToolId() const override { return 33000; }
-        void ShowToolStatus(const std::string& text) override { status = text; }
-
-        std::string status;
-        CBriselDoc doc;
-        CUndoHistory undo;
-        CDisplayRenderer renderer;
-    };
-
     template <typename Tool> Tool& Open(int width, int height, QSize window = QSize(240, 180)) {
         return Open<Tool>(MakeGradientImage(width, height), window);
     }
@@ -108,6 +88,6 @@ protected:
             .toImage();
     }
 
-    Host host;
+    TestViewHost host;
     CViewWindow view;
 };
