@@ -179,17 +179,21 @@ TAMRICK_BYTE_PERMUTES inline __m512i Load(const std::array<std::uint8_t, 64>& by
     return _mm512_load_si512(bytes.data());
 }
 
+// A block of sixty-four 32-bit pixels, in four registers.
+TAMRICK_BYTE_PERMUTES inline void LoadBlock(const std::uint8_t* in, __m512i (&pixels)[4]) {
+    for (int i = 0; i < 4; ++i) {
+        pixels[i] = _mm512_loadu_si512(in + 64 * i);
+    }
+}
+
 TAMRICK_BYTE_PERMUTES int Bytes32(const Plan& plan, const std::uint8_t* stored, std::uint8_t* dst,
                                   int width) {
     const __m512i index[3] = {Load(plan.index[0]), Load(plan.index[1]), Load(plan.index[2])};
     int x = 0;
     for (; x + 64 <= width; x += 64) {
-        const std::uint8_t* in = stored + 4 * static_cast<std::size_t>(x);
-        std::uint8_t* out = dst + 3 * static_cast<std::size_t>(x);
         __m512i pixels[4];
-        for (int i = 0; i < 4; ++i) {
-            pixels[i] = _mm512_loadu_si512(in + 64 * i);
-        }
+        LoadBlock(stored + 4 * static_cast<std::size_t>(x), pixels);
+        std::uint8_t* out = dst + 3 * static_cast<std::size_t>(x);
         for (int r = 0; r < 3; ++r) {
             _mm512_storeu_si512(out + 64 * r, _mm512_permutex2var_epi8(pixels[r], index[r], pixels[r + 1]));
         }
@@ -216,12 +220,9 @@ TAMRICK_BYTE_PERMUTES int Bytes32OverWhite(const Plan& plan, const std::uint8_t*
     __m512i seen = _mm512_set1_epi8(-1);
     int x = 0;
     for (; x + 64 <= width; x += 64) {
-        const std::uint8_t* in = stored + 4 * static_cast<std::size_t>(x);
-        std::uint8_t* out = dst + 3 * static_cast<std::size_t>(x);
         __m512i pixels[4];
-        for (int i = 0; i < 4; ++i) {
-            pixels[i] = _mm512_loadu_si512(in + 64 * i);
-        }
+        LoadBlock(stored + 4 * static_cast<std::size_t>(x), pixels);
+        std::uint8_t* out = dst + 3 * static_cast<std::size_t>(x);
         seen = _mm512_ternarylogic_epi32(seen, pixels[0], pixels[1], 0x80);
         seen = _mm512_ternarylogic_epi32(seen, pixels[2], pixels[3], 0x80);
         __m512i laid[6];
