@@ -6,9 +6,6 @@
 
 namespace {
 
-constexpr ColorWord kRed = 0x0000FF;
-constexpr ColorWord kWhite = 0xFFFFFF;
-
 std::unique_ptr<CDibImage> Uniform(int width, int height, ColorWord color) {
     auto image = MakeImage(width, height);
     image->Clear(color);

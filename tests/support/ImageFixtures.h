@@ -5,6 +5,13 @@
 
 #include <memory>
 
+// Colour words (0x00BBGGRR) the tests paint and compare with.
+constexpr ColorWord kBlack = 0x00000000;
+constexpr ColorWord kWhite = 0x00FFFFFF;
+constexpr ColorWord kRed = 0x000000FF;
+constexpr ColorWord kGreen = 0x0000FF00;
+constexpr ColorWord kBlue = 0x00FF0000;
+
 // Small pictures and masks for tests.
 inline std::unique_ptr<CDibImage> MakeImage(int width, int height, int bitsPerPixel = 24, int dpi = 72) {
     BitmapInfoHeader header;

@@ -22,8 +22,6 @@ protected:
         Open(40, 30);
         host.doc.SetPicture(MakeTexture(40, 30));
         start = DuplicateImage(&Picture());
-        host.penSize = 3;
-        host.penShape = 1;
         SetAligned(true);
         UseTool(tools::kCloneStamp);
     }

@@ -6,10 +6,6 @@
 
 namespace {
 
-constexpr ColorWord kWhite = 0x00FFFFFF;
-constexpr ColorWord kRed = 0x000000FF;
-constexpr ColorWord kGreen = 0x0000FF00;
-
 class AToolPaintDragTest : public ToolWindowTest {
 protected:
     void DrawRect(int style, int penSize) {

@@ -3,11 +3,6 @@
 
 namespace {
 
-constexpr ColorWord kWhite = 0x00FFFFFF;
-constexpr ColorWord kBlack = 0x00000000;
-constexpr ColorWord kRed = 0x000000FF;
-constexpr ColorWord kBlue = 0x00FF0000;
-
 using AToolPaintFillTest = ToolWindowTest;
 
 TEST_F(AToolPaintFillTest, FillsTheTappedAreaWithinTheTolerance) {

@@ -6,10 +6,6 @@
 
 namespace {
 
-constexpr ColorWord kRed = 0x000000FF;
-constexpr ColorWord kGreen = 0x0000FF00;
-constexpr ColorWord kBlue = 0x00FF0000;
-
 using AToolPaintViewToolsTest = ToolWindowTest;
 
 TEST_F(AToolPaintViewToolsTest, ZoomToolBringsTheTappedPixelToTheMiddle) {
